@@ -1,0 +1,65 @@
+#pragma once
+
+#include "data/LaunchItem.h"
+#include "platform/ByteBuffer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kavendra {
+
+/// A stretch of an ItemBlock's text, in bytes.
+struct TextSpan {
+    std::uint32_t offset = 0;
+    std::uint32_t length = 0;
+};
+
+/// The four column texts of one row, in the order of requiredColumns.
+using ItemRow = std::array<TextSpan, requiredColumns.size()>;
+
+/// What one data file holds: its text, and the rows as spans of it. A row costs no allocation.
+struct ItemBlock {
+    ByteBuffer text; ///< at most 4 GiB, valid UTF-8
+    std::vector<ItemRow> rows;
+    std::string source;
+
+    std::string_view value(const ItemRow& row, std::size_t column) const {
+        return text.view().substr(row[column].offset, row[column].length);
+    }
+};
+
+/// All items of one load, in display order; immutable once it is shown. It owns the bytes that the rows are
+/// views of: what is kept longer is taken out as a LaunchItem.
+class ItemList {
+public:
+    ItemList();
+
+    void append(ItemBlock block);
+
+    std::size_t size() const;
+    bool empty() const { return size() == 0; }
+
+    /// The item at `index`, which is below size().
+    LaunchItem operator[](std::size_t index) const;
+
+    /// The text of one column (an index into requiredColumns); valid while the list is.
+    std::string_view value(std::size_t index, std::size_t column) const;
+    std::string_view source(std::size_t index) const;
+
+    UUID id(std::size_t index) const;
+    /// The index of the item with that identity, or nothing when it is of another load.
+    std::optional<std::size_t> indexOf(const UUID& id) const;
+
+    const std::vector<ItemBlock>& blocks() const { return itemBlocks; }
+
+private:
+    const ItemBlock& blockOf(std::size_t index, std::size_t& rowInBlock) const;
+
+    std::vector<ItemBlock> itemBlocks;
+    std::vector<std::size_t> blockEnds; ///< for each block, the index behind its last item
+    UUID identity;                      ///< of the load; an item's id is this plus its index
+};
+
+} // namespace kavendra

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kavendra {
+
+enum class Appearance { system, light, dark };
+
+/// What the desktop does for an application. One implementation per system; each call answers at once.
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    /// Opens an address with its default handler. Returns whether the desktop took it.
+    virtual bool openURL(const std::string& url) = 0;
+
+    /// Opens a file with the default application of its type. Returns whether the desktop took it.
+    virtual bool openFile(const std::string& path) = 0;
+
+    /// Whether `path` names an application that an address can be opened with: an existing application
+    /// directory (".app"), and on freedesktop systems also a desktop entry (".desktop").
+    virtual bool isApplication(const std::string& path) = 0;
+
+    /// Asks an application to open an address and returns; `failed` is called when the desktop refuses,
+    /// now or later, on the caller's thread.
+    virtual void openURLWithApplication(const std::string& url, const std::string& applicationPath,
+                                        std::function<void()> failed) = 0;
+
+    /// Shows a directory in the file manager. Returns whether the desktop took it.
+    virtual bool showDirectory(const std::string& path) = 0;
+
+    /// Sets the appearance of the application and all its windows.
+    virtual void setAppearance(Appearance appearance) = 0;
+};
+
+} // namespace kavendra

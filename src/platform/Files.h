@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/ByteBuffer.h"
+#include "platform/Result.h"
+
+#include <string>
+#include <vector>
+
+/// Files by path. A path that holds a NUL byte names nothing: it never exists, and acting on it fails with
+/// EINVAL. Every failure names the path and the system's reason.
+namespace kavendra {
+
+bool exists(const std::string& path);
+bool isDirectory(const std::string& path);
+/// Whether `path` is a file that this process may execute (a directory is not).
+bool isExecutableFile(const std::string& path);
+
+/// Reads a whole regular file of at most `maximumSize` bytes. Anything that is not a regular file (a
+/// directory, a pipe, a device) fails at once, without being read; so does a larger file (EFBIG).
+Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize);
+
+/// Creates the directory with all that is missing above it; an existing directory is no error.
+Result<void> createDirectories(const std::string& path);
+
+/// Returns the names of the entries of a directory, hidden ones included, in no order.
+Result<std::vector<std::string>> listDirectory(const std::string& path);
+
+/// Replaces the content of a file in place, creating it when missing. The room for the new content is taken
+/// before a byte of the old one is touched, so a full disk leaves the old content whole.
+Result<void> writeFileInPlace(const std::string& path, std::string_view content);
+
+/// Replaces a file through a temporary one beside it: a reader sees the old content or the new, never a part.
+Result<void> writeFileAtomically(const std::string& path, std::string_view content);
+
+/// Appends to an existing regular file.
+Result<void> appendToFile(const std::string& path, std::string_view content);
+
+} // namespace kavendra

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Paths as text: bytes separated by "/". Nothing here touches the file system.
+namespace kavendra {
+
+/// Returns the part behind the last "/" (trailing slashes disregarded), "/" for the root.
+std::string_view lastPathComponent(std::string_view path);
+
+/// Returns `path` without its last component, "/" for a path directly below the root, "." for a bare name.
+std::string_view parentPath(std::string_view path);
+
+/// Returns the extension of the last component, without the dot, in ASCII lower case: "csv" for "a/B.CSV".
+/// A name that only begins with a dot (".csv") has none.
+std::string lowercasedExtension(std::string_view path);
+
+/// Returns `directory` + "/" + `name`.
+std::string joinedPath(std::string_view directory, std::string_view name);
+
+/// Replaces a leading "~" or "~user" by that home directory; other paths, and unknown users, stay as they
+/// are.
+std::string expandingTilde(std::string_view path);
+
+/// Returns `text` as a path typed by a person: trimmed of white space, a leading tilde expanded.
+std::string typedPath(std::string_view text);
+
+/// Returns the home directory: $HOME, else the one of the user database, else "/".
+std::string homeDirectory();
+
+/// Returns the directory for a user's temporary files: $TMPDIR, else "/tmp".
+std::string temporaryDirectory();
+
+/// Returns the per-user directory below which applications keep their configuration.
+/// On freedesktop systems $XDG_CONFIG_HOME, else ~/.config (XDG Base Directory Specification); on macOS
+/// ~/Library/Application Support.
+std::string applicationSupportDirectory();
+
+} // namespace kavendra

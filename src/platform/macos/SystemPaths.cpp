@@ -1,0 +1,9 @@
+#include "platform/Paths.h"
+
+namespace kavendra {
+
+std::string applicationSupportDirectory() {
+    return joinedPath(homeDirectory(), "Library/Application Support");
+}
+
+} // namespace kavendra

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace kavendra {
+
+/// A directory of the test's own, removed with everything in it.
+class TemporaryDirectory {
+public:
+    TemporaryDirectory() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "kavendra-test-XXXXXX").string();
+        directory = mkdtemp(pattern.data());
+    }
+    ~TemporaryDirectory() {
+        std::error_code ignored;
+        std::filesystem::remove_all(directory, ignored);
+    }
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    const std::string& path() const { return directory; }
+    std::string path(std::string_view name) const { return directory + "/" + std::string(name); }
+
+    /// Writes a file into the directory and returns its path.
+    std::string write(std::string_view name, std::string_view content) const {
+        std::ofstream(path(name), std::ios::binary) << content;
+        return path(name);
+    }
+
+    /// Returns what a file of the directory holds.
+    std::string read(std::string_view name) const {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+private:
+    std::string directory;
+};
+
+} // namespace kavendra
