@@ -18,6 +18,10 @@ public:
     /// Returns the indexes of the items that contain every word of `searchText`, ascending; all of them when
     /// it has no word. Letter case is disregarded; a Hiragana word is also found in its Katakana spelling.
     std::vector<std::uint32_t> matches(std::string_view searchText) const;
+
+private:
+    ByteBuffer text;
+    std::vector<std::uint64_t> starts{0}; ///< where each item's text begins, and the end of the last one
 };
 
 } // namespace kavendra

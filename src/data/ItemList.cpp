@@ -1,0 +1,70 @@
+#include "data/ItemList.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kavendra {
+
+namespace {
+
+/// The bits of UUID::low that count items; the two above them are the variant of RFC 4122.
+constexpr std::uint64_t counterMask = 0x3FFFFFFFFFFFFFFF;
+
+} // namespace
+
+ItemList::ItemList() : identity(UUID::random()) {}
+
+void ItemList::append(ItemBlock block) {
+    const std::size_t end = size() + block.rows.size();
+    itemBlocks.push_back(std::move(block));
+    blockEnds.push_back(end);
+}
+
+std::size_t ItemList::size() const {
+    return blockEnds.empty() ? 0 : blockEnds.back();
+}
+
+const ItemBlock& ItemList::blockOf(std::size_t index, std::size_t& rowInBlock) const {
+    const auto end = std::ranges::upper_bound(blockEnds, index);
+    const ItemBlock& block = itemBlocks[static_cast<std::size_t>(end - blockEnds.begin())];
+    rowInBlock = index - (*end - block.rows.size());
+    return block;
+}
+
+LaunchItem ItemList::operator[](std::size_t index) const {
+    std::size_t rowInBlock = 0;
+    const ItemBlock& block = blockOf(index, rowInBlock);
+    const ItemRow& row = block.rows[rowInBlock];
+    const auto text = [&](std::size_t column) { return std::string(block.value(row, column)); };
+    return {.id = id(index),
+            .title = text(0),
+            .command = text(1),
+            .params = text(2),
+            .keywords = text(3),
+            .source = block.source};
+}
+
+std::string_view ItemList::value(std::size_t index, std::size_t column) const {
+    std::size_t rowInBlock = 0;
+    const ItemBlock& block = blockOf(index, rowInBlock);
+    return block.value(block.rows[rowInBlock], column);
+}
+
+std::string_view ItemList::source(std::size_t index) const {
+    std::size_t rowInBlock = 0;
+    return blockOf(index, rowInBlock).source;
+}
+
+UUID ItemList::id(std::size_t index) const {
+    return {.high = identity.high,
+            .low = (identity.low & ~counterMask) | ((identity.low + index) & counterMask)};
+}
+
+std::optional<std::size_t> ItemList::indexOf(const UUID& id) const {
+    const std::size_t index = (id.low - identity.low) & counterMask;
+    if (index >= size() || this->id(index) != id)
+        return {};
+    return index;
+}
+
+} // namespace kavendra
