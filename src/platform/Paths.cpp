@@ -67,7 +67,7 @@ std::string lowercasedExtension(std::string_view path) {
 
 std::string joinedPath(std::string_view directory, std::string_view name) {
     std::string path(directory);
-    if (!path.ends_with('/'))
+    if (!path.empty() && !path.ends_with('/'))
         path += '/';
     return path.append(name);
 }

@@ -16,7 +16,7 @@ std::string_view parentPath(std::string_view path);
 /// A name that only begins with a dot (".csv") has none.
 std::string lowercasedExtension(std::string_view path);
 
-/// Returns `directory` + "/" + `name`.
+/// Returns `directory` + "/" + `name`; the name alone when the directory is empty.
 std::string joinedPath(std::string_view directory, std::string_view name);
 
 /// Replaces a leading "~" or "~user" by that home directory; other paths, and unknown users, stay as they
