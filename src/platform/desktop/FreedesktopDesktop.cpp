@@ -1,0 +1,123 @@
+#include "platform/desktop/FreedesktopDesktop.h"
+
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "platform/desktop/ApplicationDirectory.h"
+#include "platform/desktop/FileManagerService.h"
+#include "platform/desktop/GLibHandles.h"
+#include "platform/desktop/QtAppearance.h"
+
+#include <gio/gdesktopappinfo.h>
+#include <unistd.h>
+
+namespace kavendra {
+
+namespace {
+
+bool holdsNUL(const std::string& text) {
+    return text.find('\0') != std::string::npos;
+}
+
+/// Returns the file URL of a path; a relative one is taken from the current directory.
+std::string fileURL(const std::string& path) {
+    const GObjectHandle<GFile> file(g_file_new_for_path(path.c_str()));
+    const GText uri(g_file_get_uri(file.get()));
+    return uri.get();
+}
+
+/// Returns a launch context with exactly these variables (entries of the form NAME=value).
+GObjectHandle<GAppLaunchContext> launchContext(const std::vector<std::string>& environment) {
+    GObjectHandle<GAppLaunchContext> context(g_app_launch_context_new());
+    char** ours = g_listenv();
+    for (char** name = ours; *name; ++name)
+        g_app_launch_context_unsetenv(context.get(), *name);
+    g_strfreev(ours);
+    for (const std::string& entry : environment) {
+        const std::size_t nameEnd = entry.find('=');
+        if (nameEnd != 0 && nameEnd != std::string::npos)
+            g_app_launch_context_setenv(context.get(), entry.substr(0, nameEnd).c_str(),
+                                        entry.c_str() + nameEnd + 1);
+    }
+    return context;
+}
+
+/// Runs in the new process, so only what is async-signal-safe may happen here.
+void becomeSessionLeader(gpointer /*unused*/) {
+    setsid();
+}
+
+bool launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
+    GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // only read
+    // "As manager" is the form that lets the program have a session of its own. Without
+    // G_SPAWN_DO_NOT_REAP_CHILD GLib reaps: the program becomes the init process's child.
+    return g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH,
+                                                     becomeSessionLeader, nullptr, nullptr, nullptr, nullptr);
+}
+
+/// Returns the application that the desktop opens an address with, null when it has none.
+GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
+    const GText scheme(g_uri_parse_scheme(uri.c_str()));
+    GObjectHandle<GAppInfo> application;
+    if (scheme)
+        application.reset(g_app_info_get_default_for_uri_scheme(scheme.get()));
+    if (!application) {
+        const GObjectHandle<GFile> file(g_file_new_for_uri(uri.c_str()));
+        application.reset(g_file_query_default_handler(file.get(), nullptr, nullptr));
+    }
+    return application;
+}
+
+bool openWithDefaultApplication(const std::string& uri, const std::vector<std::string>& environment) {
+    const GObjectHandle<GAppLaunchContext> context = launchContext(environment);
+    const GObjectHandle<GAppInfo> application = defaultApplication(uri);
+    if (application && G_IS_DESKTOP_APP_INFO(application.get()))
+        return launch(G_DESKTOP_APP_INFO(application.get()), uri, context.get());
+    // No application in sight: inside a sandbox there is still the portal, which this asks.
+    return g_app_info_launch_default_for_uri(uri.c_str(), context.get(), nullptr);
+}
+
+/// Returns the desktop entry that a path or an id names, null when there is none that can be used.
+GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
+    if (holdsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
+        return nullptr;
+    if (exists(path))
+        return GObjectHandle<GDesktopAppInfo>(g_desktop_app_info_new_from_filename(path.c_str()));
+    const bool isID = path.find('/') == std::string::npos;
+    return GObjectHandle<GDesktopAppInfo>(isID ? g_desktop_app_info_new(path.c_str()) : nullptr);
+}
+
+} // namespace
+
+bool FreedesktopDesktop::openURL(const std::string& url) {
+    return !holdsNUL(url) && openWithDefaultApplication(url, processes.programEnvironment());
+}
+
+bool FreedesktopDesktop::openFile(const std::string& path) {
+    return exists(path) && openWithDefaultApplication(fileURL(path), processes.programEnvironment());
+}
+
+bool FreedesktopDesktop::isApplication(const std::string& path) {
+    return isApplicationDirectory(path) || desktopEntry(path);
+}
+
+void FreedesktopDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath,
+                                                std::function<void()> failed) {
+    const GObjectHandle<GDesktopAppInfo> application = desktopEntry(applicationPath);
+    // An application that takes no addresses would start without this one, as if nothing were amiss.
+    const bool takesURLs = application && g_app_info_supports_uris(G_APP_INFO(application.get()));
+    if (!takesURLs || !launch(application.get(), url, launchContext(processes.programEnvironment()).get()))
+        failed();
+}
+
+bool FreedesktopDesktop::showDirectory(const std::string& path) {
+    if (!isDirectory(path))
+        return false;
+    const std::string uri = fileURL(path);
+    return askFileManagerToShow(uri) || openWithDefaultApplication(uri, processes.programEnvironment());
+}
+
+void FreedesktopDesktop::setAppearance(Appearance appearance) {
+    applyAppearance(appearance);
+}
+
+} // namespace kavendra

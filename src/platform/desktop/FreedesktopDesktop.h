@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/Processes.h"
+
+namespace kavendra {
+
+/// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals. What
+/// it starts gets the environment of `processes`, is in a session of its own and leaves no zombie.
+class FreedesktopDesktop : public Desktop {
+public:
+    /// `starter` must outlive this.
+    explicit FreedesktopDesktop(Processes& starter) : processes(starter) {}
+
+    bool openURL(const std::string& url) override;
+    bool openFile(const std::string& path) override;
+    /// Besides the path of a desktop entry, the id of one that is installed ("firefox.desktop").
+    bool isApplication(const std::string& path) override;
+    /// An application directory cannot be started here, so it always fails.
+    void openURLWithApplication(const std::string& url, const std::string& applicationPath,
+                                std::function<void()> failed) override;
+    /// Asks the file manager of the session (org.freedesktop.FileManager1), else the default handler of the
+    /// directory. One that has not answered after two seconds counts as having taken it.
+    bool showDirectory(const std::string& path) override;
+    void setAppearance(Appearance appearance) override;
+
+private:
+    Processes& processes;
+};
+
+} // namespace kavendra

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <gio/gio.h>
+
+#include <memory>
+
+/// Owners of what GLib gives away.
+namespace kavendra {
+
+struct GObjectRelease {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+template <typename T>
+using GObjectHandle = std::unique_ptr<T, GObjectRelease>;
+
+struct GMemoryRelease {
+    void operator()(gpointer memory) const { g_free(memory); }
+};
+using GText = std::unique_ptr<char, GMemoryRelease>;
+
+} // namespace kavendra

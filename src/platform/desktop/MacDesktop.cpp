@@ -1,0 +1,54 @@
+#include "platform/desktop/MacDesktop.h"
+
+#include "platform/Files.h"
+#include "platform/desktop/ApplicationDirectory.h"
+#include "platform/desktop/QtAppearance.h"
+
+namespace kavendra {
+
+namespace {
+
+/// open(1) would read a relative path as an option when it begins with "-", as an address when it looks so.
+std::string unmistakable(const std::string& path) {
+    return path.starts_with('/') ? path : "./" + path;
+}
+
+} // namespace
+
+bool MacDesktop::open(const std::vector<std::string>& arguments) {
+    const Result<ProgramOutcome> outcome = processes.runAndWait("/usr/bin/open", arguments);
+    return outcome && outcome->succeeded;
+}
+
+bool MacDesktop::openURL(const std::string& url) {
+    return open({url});
+}
+
+bool MacDesktop::openFile(const std::string& path) {
+    return open({unmistakable(path)});
+}
+
+bool MacDesktop::isApplication(const std::string& path) {
+    return isApplicationDirectory(path);
+}
+
+void MacDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath,
+                                        std::function<void()> failed) {
+    if (!open({"-a", unmistakable(applicationPath), url}))
+        failed();
+}
+
+bool MacDesktop::showDirectory(const std::string& path) {
+    if (!isDirectory(path))
+        return false;
+    // Opening an application directory would start the application.
+    if (isApplicationDirectory(path))
+        return open({"-R", unmistakable(path)});
+    return open({unmistakable(path)});
+}
+
+void MacDesktop::setAppearance(Appearance appearance) {
+    applyAppearance(appearance);
+}
+
+} // namespace kavendra

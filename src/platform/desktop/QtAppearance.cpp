@@ -1,0 +1,117 @@
+#include "platform/desktop/QtAppearance.h"
+
+#include <QGuiApplication>
+#include <QPalette>
+
+namespace kavendra {
+
+namespace {
+
+/// The colours that an appearance is made of, as 0xRRGGBB. Text has a contrast of at least 4.5 to 1 against
+/// whatever it stands on (WCAG 2.1, level AA), the disabled text too.
+struct Colours {
+    QRgb window, base, alternateBase, button, tooltip;
+    QRgb text, placeholder, disabledText;
+    QRgb accent, accentText, disabledHighlight;
+    QRgb link, visitedLink;
+    QRgb light, midlight, mid, dark, shadow;
+};
+
+constexpr Colours lightColours{
+    .window = 0xf3f3f4,
+    .base = 0xffffff,
+    .alternateBase = 0xf7f7f8,
+    .button = 0xf9f9fa,
+    .tooltip = 0xffffff,
+    .text = 0x1d1d1f,
+    .placeholder = 0x66666b,
+    .disabledText = 0x6a6a6f,
+    .accent = 0x1f63d6,
+    .accentText = 0xffffff,
+    .disabledHighlight = 0xe2e2e5,
+    .link = 0x1a57be,
+    .visitedLink = 0x6b3fa0,
+    .light = 0xffffff,
+    .midlight = 0xe6e6e8,
+    .mid = 0xb9b9be,
+    .dark = 0x98989d,
+    .shadow = 0x6e6e73,
+};
+
+constexpr Colours darkColours{
+    .window = 0x2a2a2d,
+    .base = 0x1e1e20,
+    .alternateBase = 0x242427,
+    .button = 0x38383c,
+    .tooltip = 0x38383c,
+    .text = 0xececee,
+    .placeholder = 0xa0a0a6,
+    .disabledText = 0xa0a0a6,
+    .accent = 0x2f6fdd,
+    .accentText = 0xffffff,
+    .disabledHighlight = 0x3a3a3e,
+    .link = 0x86b4ff,
+    .visitedLink = 0xc9a4f5,
+    .light = 0x55555a,
+    .midlight = 0x46464b,
+    .mid = 0x303034,
+    .dark = 0x18181a,
+    .shadow = 0x0c0c0d,
+};
+
+QPalette paletteOf(const Colours& colours) {
+    QPalette palette;
+    const auto set = [&palette](QPalette::ColorRole role, QRgb colour) {
+        palette.setColor(QPalette::All, role, QColor::fromRgb(colour));
+    };
+    set(QPalette::Window, colours.window);
+    set(QPalette::Base, colours.base);
+    set(QPalette::AlternateBase, colours.alternateBase);
+    set(QPalette::Button, colours.button);
+    set(QPalette::ToolTipBase, colours.tooltip);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        set(role, colours.text);
+    set(QPalette::PlaceholderText, colours.placeholder);
+    set(QPalette::BrightText, colours.accentText);
+    set(QPalette::Highlight, colours.accent);
+    set(QPalette::HighlightedText, colours.accentText);
+    set(QPalette::Link, colours.link);
+    set(QPalette::LinkVisited, colours.visitedLink);
+    set(QPalette::Light, colours.light);
+    set(QPalette::Midlight, colours.midlight);
+    set(QPalette::Mid, colours.mid);
+    set(QPalette::Dark, colours.dark);
+    set(QPalette::Shadow, colours.shadow);
+
+    const auto setDisabled = [&palette](QPalette::ColorRole role, QRgb colour) {
+        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colour));
+    };
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                           QPalette::HighlightedText, QPalette::PlaceholderText})
+        setDisabled(role, colours.disabledText);
+    setDisabled(QPalette::Base, colours.window);
+    setDisabled(QPalette::Highlight, colours.disabledHighlight);
+    return palette;
+}
+
+QPalette paletteOf(Appearance appearance) {
+    switch (appearance) {
+    case Appearance::light:
+        return paletteOf(lightColours);
+    case Appearance::dark:
+        return paletteOf(darkColours);
+    case Appearance::system:
+        break;
+    }
+    return {}; // sets nothing, so all of it comes from the desktop and follows its changes
+}
+
+} // namespace
+
+void applyAppearance(Appearance appearance) {
+    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+        QGuiApplication::setPalette(paletteOf(appearance));
+}
+
+} // namespace kavendra

@@ -1,0 +1,11 @@
+#include "platform/desktop/SystemDesktop.h"
+
+#include "platform/desktop/FreedesktopDesktop.h"
+
+namespace kavendra {
+
+std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
+    return std::make_unique<FreedesktopDesktop>(processes);
+}
+
+} // namespace kavendra
