@@ -1,0 +1,31 @@
+#include "config/SettingsFile.h"
+#include "platform/desktop/SystemDesktop.h"
+#include "ui/ContentView.h"
+#include "ui/Icon.h"
+#include "ui/MainWindow.h"
+
+#include <QApplication>
+
+#include <csignal>
+
+int main(int argc, char* argv[]) {
+    using namespace kavendra;
+    // Before anything else can change it: this is what launched programs get.
+    Processes processes(Processes::currentEnvironment());
+    // Writing over a limit or to a closed pipe fails with an error that is shown, not with a signal.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kavendra"));
+    QApplication::setDesktopFileName(QStringLiteral("kavendra"));
+    QApplication::setWindowIcon(applicationIcon());
+
+    const auto desktop = makeDesktop(processes);
+    const QString builtinFile =
+        QApplication::applicationDirPath() + QStringLiteral("/" KAVENDRA_RESOURCES "/Built-in.csv");
+    ContentView content(*desktop, processes, configurationDirectoryPath(), builtinFile.toStdString());
+    MainWindow window(content);
+    window.show();
+    return QApplication::exec();
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+/// Colours that a palette does not name, derived from it so that they follow the appearance.
+namespace kavendra {
+
+bool isDark(const QPalette& palette);
+
+/// The search bar stands out a little from the controls: lighter in the dark, darker in the light.
+QColor searchBarColor(const QPalette& palette);
+
+QColor separatorColor(const QPalette& palette);
+
+/// For text that is there to be looked up, not read first.
+QColor secondaryTextColor(const QPalette& palette);
+
+} // namespace kavendra

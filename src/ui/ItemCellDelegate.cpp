@@ -1,0 +1,26 @@
+#include "ui/ItemCellDelegate.h"
+
+#include <QPainter>
+
+namespace kavendra {
+
+void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                             const QModelIndex& index) const {
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const auto group =
+        option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    if (isSelected)
+        painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
+    const QRect room = option.rect.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0);
+    const QString line = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width());
+    painter->setFont(option.font);
+    painter->setPen(option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawText(room, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, line);
+}
+
+QSize ItemCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+    const int textWidth = option.fontMetrics.horizontalAdvance(index.data().toString());
+    return {textWidth + cellPaddingLeading + cellPaddingTrailing, option.fontMetrics.height()};
+}
+
+} // namespace kavendra

@@ -1,0 +1,218 @@
+#include "ui/ItemTable.h"
+
+#include "ui/DisplayText.h"
+#include "ui/ItemCellDelegate.h"
+#include "ui/ItemTableHeader.h"
+
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QToolTip>
+
+#include <algorithm>
+#include <cmath>
+
+namespace kavendra {
+
+namespace {
+
+constexpr int minimumColumnWidth = 48;
+constexpr int cellPadding = 12; ///< of a column's width, what its text cannot use
+constexpr int rowPadding = 10;  ///< above and below the text of a row, together
+constexpr double widthTolerance = 0.5;
+
+} // namespace
+
+ItemTable::ItemTable(QWidget* parent) : QTableView(parent) {
+    setModel(&rowsModel);
+    setItemDelegate(new ItemCellDelegate(this));
+    setHorizontalHeader(new ItemTableHeader(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setFrameShape(NoFrame);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAutoScroll(false); // it would scroll sideways too
+    setContextMenuPolicy(Qt::NoContextMenu);
+
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+
+    QHeaderView* header = horizontalHeader();
+    header->setMinimumSectionSize(minimumColumnWidth);
+    for (std::size_t column = 0; column < itemColumns.size(); ++column)
+        header->resizeSection(static_cast<int>(column), itemColumns[column].initialWidth);
+    header->viewport()->installEventFilter(this);
+    connect(header, &QHeaderView::sectionResized, this, [this](int column) { reportColumnWidth(column); });
+}
+
+void ItemTable::show(const ContentViewState& state) {
+    const QScopedValueRollback synchronizing(isSynchronizingSelection, true);
+    applyColumnWidths(state.appState.columnWidths);
+    if (!rowsModel.shows(state.items, state.filteredRows))
+        rowsModel.setRows(state.items, state.filteredRows);
+    pushSelection(state);
+}
+
+void ItemTable::applyColumnWidths(const ColumnWidths& widths) {
+    const QScopedValueRollback applying(isApplyingColumnWidths, true);
+    for (int column = 0; column < rowsModel.columnCount(); ++column) {
+        const auto stored =
+            widths.find(std::string_view(itemColumns[static_cast<std::size_t>(column)].identifier));
+        if (stored == widths.end() || std::abs(columnWidth(column) - stored->second) <= widthTolerance)
+            continue;
+        const double width =
+            std::clamp<double>(stored->second, minimumColumnWidth, horizontalHeader()->maximumSectionSize());
+        setColumnWidth(column, static_cast<int>(std::lround(width)));
+    }
+}
+
+void ItemTable::pushSelection(const ContentViewState& state) {
+    const FilteredItems filtered{state.items->list, *state.filteredRows};
+    const auto position = filtered.positionOf(state.selectedItemID);
+    if (!position) {
+        selectionModel()->clear();
+        return;
+    }
+    const auto row = static_cast<int>(*position);
+    if (selectedRow() != row)
+        selectOnly(row);
+    if (!pressedRow) // a row must not move away from under the pointer
+        scrollToRow(row);
+}
+
+// QTableView::selectRow selects nothing before the first layout.
+void ItemTable::selectOnly(int row) {
+    selectionModel()->setCurrentIndex(rowsModel.index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void ItemTable::scrollToRow(int row) {
+    const int horizontal = horizontalScrollBar()->value();
+    scrollTo(rowsModel.index(row, 0));
+    horizontalScrollBar()->setValue(horizontal);
+}
+
+int ItemTable::selectedRow() const {
+    const QItemSelection selection = selectionModel()->selection();
+    return selection.isEmpty() ? -1 : selection.first().top();
+}
+
+void ItemTable::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTableView::selectionChanged(selected, deselected);
+    // The view also calls this when nothing has changed, as while it is being made.
+    if (isSynchronizingSelection || (selected.isEmpty() && deselected.isEmpty()))
+        return;
+    const int row = selectedRow();
+    const auto id = row >= 0 ? std::optional(rowsModel.itemID(row)) : std::nullopt;
+    QMetaObject::invokeMethod(this, [this, id] { onSelect(id); }, Qt::QueuedConnection);
+}
+
+void ItemTable::activateSelectedRow() {
+    if (const int row = selectedRow(); row >= 0)
+        onActivate(rowsModel.item(row));
+}
+
+void ItemTable::keyPressEvent(QKeyEvent* event) {
+    const bool command = event->modifiers().testFlag(Qt::ControlModifier);
+    const int lastRow = rowsModel.rowCount() - 1;
+    if (event->key() == Qt::Key_Escape && pressedRow) {
+        pressedRow.reset();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (!event->isAutoRepeat())
+            activateSelectedRow();
+    } else if (command && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+        if (lastRow >= 0)
+            selectOnly(event->key() == Qt::Key_Up ? 0 : lastRow);
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+// A press selects at once; the row is launched when the button is released on it, without having left it.
+void ItemTable::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QModelIndex index = indexAt(event->position().toPoint());
+    pressedRow = index.isValid() ? std::optional(index.row()) : std::nullopt;
+    if (pressedRow)
+        selectOnly(*pressedRow);
+    else
+        clearSelection();
+}
+
+void ItemTable::mouseMoveEvent(QMouseEvent* event) {
+    if (pressedRow && rowAt(event->position().toPoint().y()) != *pressedRow)
+        pressedRow.reset();
+}
+
+void ItemTable::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    const auto row = std::exchange(pressedRow, std::nullopt);
+    if (row && indexAt(event->position().toPoint()).row() == *row)
+        onActivate(rowsModel.item(*row));
+}
+
+void ItemTable::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+bool ItemTable::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QTableView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QString text = overflowText(indexAt(help->pos()));
+    // The text is escaped, because a tooltip would show markup from a data file as markup.
+    QToolTip::showText(help->globalPos(), text.isEmpty() ? text : "<qt>" + text.toHtmlEscaped() + "</qt>",
+                       viewport());
+    return true;
+}
+
+QString ItemTable::overflowText(const QModelIndex& index) const {
+    if (!index.isValid())
+        return {};
+    const QString text = singleLine(rowsModel.text(index.row(), index.column()));
+    const int room = std::max(0, columnWidth(index.column()) - cellPaddingLeading - cellPaddingTrailing);
+    return fontMetrics().horizontalAdvance(text) > room ? text : QString();
+}
+
+void ItemTable::reportColumnWidth(int column) {
+    if (isApplyingColumnWidths)
+        return;
+    resizedColumns.push_back(column);
+    // A drag is reported once, when it ends.
+    if (!QGuiApplication::mouseButtons().testFlag(Qt::LeftButton))
+        reportResizedColumns();
+}
+
+void ItemTable::reportResizedColumns() {
+    std::ranges::sort(resizedColumns);
+    const auto repeated = std::ranges::unique(resizedColumns);
+    resizedColumns.erase(repeated.begin(), repeated.end());
+    for (const int column : std::exchange(resizedColumns, {})) {
+        const std::string identifier = itemColumns[static_cast<std::size_t>(column)].identifier;
+        const double width = columnWidth(column);
+        QMetaObject::invokeMethod(
+            this, [this, identifier, width] { onColumnWidthChange(identifier, width); },
+            Qt::QueuedConnection);
+    }
+}
+
+bool ItemTable::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && watched == horizontalHeader()->viewport())
+        reportResizedColumns();
+    return QTableView::eventFilter(watched, event);
+}
+
+} // namespace kavendra

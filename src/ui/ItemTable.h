@@ -1,0 +1,53 @@
+#pragma once
+
+#include "config/StateFile.h"
+#include "ui/ItemTableModel.h"
+
+#include <QTableView>
+
+#include <functional>
+
+namespace kavendra {
+
+/// The table of filtered items. It presents and forwards: what a click, a key or a resize means is up to the
+/// callbacks.
+class ItemTable final : public QTableView {
+public:
+    explicit ItemTable(QWidget* parent = nullptr);
+
+    std::function<void(const LaunchItem&)> onActivate;
+    std::function<void(const std::optional<UUID>&)> onSelect;
+    std::function<void(const std::string& columnIdentifier, double width)> onColumnWidthChange;
+
+    /// Shows the state's rows, selection and column widths.
+    void show(const ContentViewState& state);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    bool viewportEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void applyColumnWidths(const ColumnWidths& widths);
+    void pushSelection(const ContentViewState& state);
+    void selectOnly(int row);
+    void scrollToRow(int row);
+    void reportColumnWidth(int column);
+    void reportResizedColumns();
+    void activateSelectedRow();
+    int selectedRow() const;
+    QString overflowText(const QModelIndex& index) const;
+
+    ItemTableModel rowsModel;
+    std::optional<int> pressedRow; ///< where the primary button went down, while a click can still come of it
+    std::vector<int> resizedColumns; ///< by the drag that is going on
+    bool isSynchronizingSelection = false;
+    bool isApplyingColumnWidths = false;
+};
+
+} // namespace kavendra

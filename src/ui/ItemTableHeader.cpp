@@ -1,0 +1,45 @@
+#include "ui/ItemTableHeader.h"
+
+#include "ui/Colors.h"
+#include "ui/ItemCellDelegate.h"
+
+#include <QPainter>
+
+namespace kavendra {
+
+namespace {
+
+constexpr int titlePadding = 10; ///< above and below the title, together
+constexpr int dividerInset = 6;  ///< above and below the line between two titles
+
+} // namespace
+
+ItemTableHeader::ItemTableHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+    setHighlightSections(false);
+}
+
+QSize ItemTableHeader::sizeHint() const {
+    return {QHeaderView::sizeHint().width(), fontMetrics().height() + titlePadding};
+}
+
+void ItemTableHeader::paintEvent(QPaintEvent* event) {
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
+    painter.setPen(separatorColor(palette()));
+    painter.drawLine(viewport()->rect().bottomLeft(), viewport()->rect().bottomRight());
+    painter.end();
+    QHeaderView::paintEvent(event);
+}
+
+void ItemTableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
+    painter->setPen(separatorColor(palette()));
+    painter->drawLine(rect.right(), rect.top() + dividerInset, rect.right(), rect.bottom() - dividerInset);
+    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
+    const QRect room = rect.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0);
+    const QString title = model()->headerData(column, Qt::Horizontal).toString();
+    painter->setPen(secondaryTextColor(palette()));
+    painter->drawText(room, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
+                      fontMetrics().elidedText(title, Qt::ElideRight, room.width()));
+}
+
+} // namespace kavendra

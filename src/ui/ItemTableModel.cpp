@@ -1,0 +1,58 @@
+#include "ui/ItemTableModel.h"
+
+#include "ui/DisplayText.h"
+
+namespace kavendra {
+
+void ItemTableModel::setRows(std::shared_ptr<const LoadedItems> newItems,
+                             std::shared_ptr<const std::vector<std::uint32_t>> newRows) {
+    beginResetModel();
+    items = std::move(newItems);
+    rows = std::move(newRows);
+    endResetModel();
+}
+
+bool ItemTableModel::shows(const std::shared_ptr<const LoadedItems>& otherItems,
+                           const std::shared_ptr<const std::vector<std::uint32_t>>& otherRows) const {
+    return items == otherItems && rows == otherRows;
+}
+
+LaunchItem ItemTableModel::item(int row) const {
+    return items->list[itemIndex(row)];
+}
+
+UUID ItemTableModel::itemID(int row) const {
+    return items->list.id(itemIndex(row));
+}
+
+std::string_view ItemTableModel::text(int row, int column) const {
+    const auto field = static_cast<std::size_t>(column);
+    return field < requiredColumns.size() ? items->list.value(itemIndex(row), field)
+                                          : items->list.source(itemIndex(row));
+}
+
+int ItemTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() || !rows ? 0 : static_cast<int>(rows->size());
+}
+
+int ItemTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(itemColumns.size());
+}
+
+QVariant ItemTableModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || role != Qt::DisplayRole)
+        return {};
+    return singleLine(text(index.row(), index.column()));
+}
+
+QVariant ItemTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal)
+        return {};
+    if (role == Qt::DisplayRole)
+        return QString::fromUtf8(itemColumns[static_cast<std::size_t>(section)].title);
+    if (role == Qt::TextAlignmentRole)
+        return static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter);
+    return {};
+}
+
+} // namespace kavendra

@@ -1,0 +1,125 @@
+#include "ui/MainWindow.h"
+
+#include "ui/Colors.h"
+#include "ui/DisplayText.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace kavendra {
+
+namespace {
+
+constexpr QSize defaultSize(960, 520);
+constexpr QSize smallestSize(480, 200);
+
+/// The system font, `steps` points smaller.
+QFont caption(int steps) {
+    QFont font;
+    font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
+    return font;
+}
+
+} // namespace
+
+MainWindow::MainWindow(ContentView& content)
+    : content(content), searchBar(new SearchBar), table(new ItemTable), statusLine(new QWidget),
+      itemCount(new QLabel), statusMessage(new ElidedLabel), debugSummary(new ElidedLabel),
+      errorDialog(new ErrorDialog(this)) {
+    setWindowTitle(QStringLiteral("kavendra"));
+    setMinimumSize(smallestSize);
+    resize(defaultSize);
+    layOut();
+    wire();
+    applyColors();
+    showState();
+}
+
+MainWindow::~MainWindow() {
+    content.stateChanged = [] {};
+}
+
+void MainWindow::layOut() {
+    auto* countRow = new QHBoxLayout(statusLine);
+    countRow->setContentsMargins(0, 0, 0, 0);
+    countRow->setSpacing(16);
+    countRow->addWidget(itemCount);
+    countRow->addWidget(statusMessage, 1);
+    statusMessage->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    itemCount->setFont(caption(1));
+    statusMessage->setFont(caption(1));
+    debugSummary->setFont(caption(2));
+
+    auto* lines = new QVBoxLayout;
+    lines->setContentsMargins(16, 6, 16, 6);
+    lines->setSpacing(4);
+    lines->addWidget(statusLine);
+    lines->addWidget(debugSummary);
+
+    auto* stack = new QVBoxLayout(this);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(0);
+    stack->addWidget(searchBar);
+    stack->addWidget(table, 1);
+    stack->addLayout(lines);
+
+    SearchField& field = searchBar->searchField();
+    field.setPlaceholderText(tr("Search Title, Command, Params, Keywords"));
+    field.setAccessibleName(tr("Search"));
+    table->setAccessibleName(tr("Launch items"));
+    field.setFocus();
+}
+
+void MainWindow::wire() {
+    SearchField& field = searchBar->searchField();
+    field.onTextChange = [this](std::string text) { content.setSearchText(std::move(text)); };
+    field.onDebugLog = [this](std::string_view line) { content.appendLogLine(line); };
+    field.onSubmit = [this] { content.launchSelected(); };
+    field.onMoveUp = [this] { content.moveSelection(-1); };
+    field.onMoveDown = [this] { content.moveSelection(+1); };
+    field.onMoveToBeginning = [this] { content.selectFirst(); };
+    field.onMoveToEnd = [this] { content.selectLast(); };
+
+    table->onActivate = [this](const LaunchItem& item) { content.launch(item); };
+    table->onSelect = [this](const std::optional<UUID>& id) { content.select(id); };
+    table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
+        content.updateColumnWidth(columnIdentifier, width);
+    };
+    errorDialog->onDismiss = [this] { content.dismissErrorDialog(); };
+    content.stateChanged = [this] { showState(); };
+}
+
+void MainWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!std::exchange(hasAppeared, true))
+        content.appear();
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        applyColors();
+}
+
+void MainWindow::applyColors() {
+    for (QLabel* label : {static_cast<QLabel*>(statusMessage), static_cast<QLabel*>(debugSummary)}) {
+        QPalette dimmed = palette();
+        dimmed.setColor(QPalette::WindowText, secondaryTextColor(palette()));
+        label->setPalette(dimmed);
+    }
+}
+
+void MainWindow::showState() {
+    const ContentViewState& state = content.state();
+    searchBar->searchField().showText(state.searchText);
+    table->show(state);
+    itemCount->setText(tr("%1 items").arg(state.filteredRows->size()));
+    statusMessage->showText(singleLine(state.lastActionMessage));
+    statusLine->setVisible(state.appSettings.showStatusMessage);
+    debugSummary->showText(singleLine(content.debugSummary()));
+    debugSummary->setVisible(state.appSettings.showDebugSummary);
+    errorDialog->show(state.errorDialogMessage);
+}
+
+} // namespace kavendra

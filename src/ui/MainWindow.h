@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ui/ContentView.h"
+#include "ui/ElidedLabel.h"
+#include "ui/ErrorDialog.h"
+#include "ui/ItemTable.h"
+#include "ui/SearchBar.h"
+
+#include <QWidget>
+
+namespace kavendra {
+
+/// The one window: it shows the content view's state and hands what the person does on to it.
+class MainWindow final : public QWidget {
+public:
+    explicit MainWindow(ContentView& content);
+    ~MainWindow() override;
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void layOut();
+    void wire();
+    void showState();
+    void applyColors();
+
+    ContentView& content;
+    SearchBar* searchBar;
+    ItemTable* table;
+    QWidget* statusLine;
+    QLabel* itemCount;
+    ElidedLabel* statusMessage;
+    ElidedLabel* debugSummary;
+    ErrorDialog* errorDialog;
+    bool hasAppeared = false;
+};
+
+} // namespace kavendra
