@@ -1,6 +1,7 @@
 #pragma once
 
-#include "data/ItemList.h"
+#include "search/SearchText.h"
+#include "search/SubstringSearch.h"
 
 #include <cstdint>
 #include <string_view>
@@ -8,8 +9,7 @@
 
 namespace kavendra {
 
-/// Answers which items a search text keeps. Made once for a list; holds every item's searched text
-/// (title, command, params and keywords joined by a space, in lower case and normalised) in one arena.
+/// Answers which items a search text keeps. Made once for a list.
 class SearchIndex {
 public:
     SearchIndex() = default;
@@ -20,8 +20,8 @@ public:
     std::vector<std::uint32_t> matches(std::string_view searchText) const;
 
 private:
-    ByteBuffer text;
-    std::vector<std::uint64_t> starts{0}; ///< where each item's text begins, and the end of the last one
+    SearchText items;
+    ByteFrequencies frequencies;
 };
 
 } // namespace kavendra
