@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace kavendra {
+
+/// The argument with which the program measures the file named after it instead of running benchmarks.
+inline constexpr const char* measureMemoryArgument = "--measure-memory-of";
+
+/// Loads a CSV file with its search index and prints how many bytes of resident memory that added. Returns
+/// the exit status.
+int measureMemoryOf(const std::string& path);
+
+} // namespace kavendra

@@ -1,0 +1,16 @@
+#include "bench/MemoryBenchmark.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string_view>
+
+int main(int argc, char** argv) {
+    if (argc == 3 && std::string_view(argv[1]) == kavendra::measureMemoryArgument)
+        return kavendra::measureMemoryOf(argv[2]);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
