@@ -22,8 +22,17 @@ struct CSVBlock {
     std::uint64_t separators = 0; ///< commas, line feeds and carriage returns
 };
 
-#ifdef __SSE2__
+inline CSVBlock scanCSVBlockPlain(const char* bytes) {
+    CSVBlock block;
+    for (unsigned i = 0; i < 64; ++i) {
+        const char byte = bytes[i];
+        block.quotes |= std::uint64_t{byte == '"'} << i;
+        block.separators |= std::uint64_t{byte == ',' || byte == '\n' || byte == '\r'} << i;
+    }
+    return block;
+}
 
+#ifdef __SSE2__
 inline CSVBlock scanCSVBlock(const char* bytes) {
     CSVBlock block;
     for (unsigned part = 0; part < 4; ++part) {
@@ -38,19 +47,8 @@ inline CSVBlock scanCSVBlock(const char* bytes) {
     }
     return block;
 }
-
 #else
-
-inline CSVBlock scanCSVBlock(const char* bytes) {
-    CSVBlock block;
-    for (unsigned i = 0; i < 64; ++i) {
-        const char byte = bytes[i];
-        block.quotes |= std::uint64_t{byte == '"'} << i;
-        block.separators |= std::uint64_t{byte == ',' || byte == '\n' || byte == '\r'} << i;
-    }
-    return block;
-}
-
+inline constexpr auto scanCSVBlock = scanCSVBlockPlain;
 #endif
 
 /// Sets each bit that has an odd number of bits set at and below it.
@@ -74,7 +72,7 @@ void unescapeCSVField(char* text, CSVField& field);
 /// Calls `handler.field(CSVField)` for each field and `handler.endRow()` behind each row, in order. The
 /// handler may overwrite the bytes of a field that it was given. Returns false when a quote is open at the
 /// end; what the handler was given is void then.
-template <typename Handler>
+template <auto scanBlock = scanCSVBlock, typename Handler>
 bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
     std::size_t fieldBegin = 0;
     bool fieldHasQuotes = false, atRowStart = true;
@@ -100,7 +98,7 @@ bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
             std::memcpy(lastBlock.data(), bytes, size - blockBegin);
             bytes = lastBlock.data();
         }
-        CSVBlock block = scanCSVBlock(bytes);
+        CSVBlock block = scanBlock(bytes);
         if ((block.quotes | quoted) != 0) {
             const std::uint64_t inside = prefixParity(block.quotes) ^ quoted;
             block.separators &= ~inside;

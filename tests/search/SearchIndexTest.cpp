@@ -1,0 +1,175 @@
+#include "search/SearchIndex.h"
+
+#include "data/CSVReader.h"
+#include "platform/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <random>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kavendra {
+
+namespace {
+
+using Fields = std::array<std::string, requiredColumns.size()>;
+using Indexes = std::vector<std::uint32_t>;
+
+/// A list of two blocks: the second half of the items is in the second one.
+ItemList listOf(const std::vector<Fields>& items) {
+    ItemList list;
+    const std::size_t half = items.size() / 2;
+    for (const auto& [begin, end] : {std::pair(std::size_t{0}, half), std::pair(half, items.size())}) {
+        ItemBlock block{.text = {}, .rows = {}, .source = "hidden.csv"};
+        for (std::size_t i = begin; i < end; ++i) {
+            ItemRow row;
+            for (std::size_t column = 0; column < row.size(); ++column) {
+                row[column] = {.offset = static_cast<std::uint32_t>(block.text.size()),
+                               .length = static_cast<std::uint32_t>(items[i][column].size())};
+                block.text.append(items[i][column]);
+            }
+            block.rows.push_back(row);
+        }
+        list.append(std::move(block));
+    }
+    return list;
+}
+
+std::string plainlyFolded(std::string_view text) {
+    return normalized(lowercased(normalized(text)));
+}
+
+/// The rule of matching, recomputed for every item: what the index is held to.
+Indexes plainMatches(const std::vector<Fields>& items, std::string_view searchText) {
+    Indexes found;
+    const std::string query = plainlyFolded(searchText);
+    for (std::uint32_t i = 0; i < items.size(); ++i) {
+        const Fields& fields = items[i];
+        const std::string haystack =
+            plainlyFolded(fields[0] + " " + fields[1] + " " + fields[2] + " " + fields[3]);
+        if (std::ranges::all_of(splitWords(query), [&](std::string_view word) {
+                return haystack.contains(word) || haystack.contains(normalized(hiraganaToKatakana(word)));
+            }))
+            found.push_back(i);
+    }
+    return found;
+}
+
+class TextGenerator {
+public:
+    /// A text of a few pieces, as an item's field or, with few of them, as a word.
+    std::string text(std::size_t maximumPieces, bool ascii) {
+        static constexpr std::string_view asciiPieces[] = {
+            "a", "B", "ab", "Open", "z9", "-", "/usr/Bin", "AB", "0", "\n", " ", "tool", "[", "@", "`{"};
+        static constexpr std::string_view otherPieces[] = {
+            "ひら", "ヒラ", "か\u3099", "が", "ガ", "カ\u3099", "e\u0301", "é", "É",    "Σ",      "ΑΣ",
+            "σ",    "ς",    "İ",        "K",  "ß",  "Å",        "A\u030A", "ｱ", "漢字", "\u3000", "\u0345"};
+        std::string result;
+        for (std::size_t pieces = random() % (maximumPieces + 1); pieces > 0; --pieces)
+            result += ascii || random() % 2 == 0 ? asciiPieces[random() % std::size(asciiPieces)]
+                                                 : otherPieces[random() % std::size(otherPieces)];
+        return result;
+    }
+
+    std::vector<Fields> items() {
+        std::vector<Fields> result(random() % 40);
+        for (Fields& fields : result) {
+            const bool ascii = random() % 2 == 0;
+            for (std::string& field : fields)
+                field = trimmed(text(8, ascii));
+        }
+        return result;
+    }
+
+    std::string query() {
+        std::string result;
+        for (std::size_t words = 1 + random() % 3; words > 0; --words)
+            result += text(2, random() % 2 == 0) + (random() % 2 == 0 ? " " : "\u3000");
+        return result;
+    }
+
+private:
+    std::mt19937 random{11};
+};
+
+} // namespace
+
+TEST(SearchIndex, AgreesWithRecomputingEveryItem) {
+    TextGenerator generator;
+    std::size_t found = 0, wanted = 0;
+    for (int round = 0; round < 400; ++round) {
+        const std::vector<Fields> items = generator.items();
+        const SearchIndex index(listOf(items));
+        for (int i = 0; i < 20; ++i) {
+            const std::string query = generator.query();
+            const Indexes expected = plainMatches(items, query);
+            ASSERT_EQ(index.matches(query), expected) << query;
+            found += expected.size();
+            wanted += items.size();
+        }
+    }
+    EXPECT_GT(found, wanted / 20); // Neither all nor nothing, or the comparison says little.
+    EXPECT_LT(found, wanted * 3 / 4);
+}
+
+TEST(SearchIndex, FindsItemsByTheirWords) {
+    const std::vector<Fields> items = {
+        {"Open Wiki", "https://wiki.example/", "", "team"},
+        {"ひらがな", "run", "--a", "カタカナ"},
+        {"ヒラガナ", "run", "--b", ""},
+        {"Caf\u00E9", "run", "ΟΔΟΣ", "İstanbul"},
+        {"Cafe\u0301", "run", "", "2nd\nline"},
+        {"", "", "", ""},
+    };
+    const SearchIndex index(listOf(items));
+    struct Case {
+        const char* query;
+        Indexes found;
+    };
+    const Indexes all{0, 1, 2, 3, 4, 5};
+    const Case cases[] = {
+        {"", all},
+        {" \t\u3000\u00A0\n", all},
+        {"TEAM  wIKi", {0}},
+        {"wiki https://wiki.example/ team open", {0}},
+        {"run run", {1, 2, 3, 4}},
+        {"wikihttps", {}},
+        {"hidden.csv", {}},
+        {"ひらがな", {1, 2}},
+        {"ヒラガナ", {2}},
+        {"かたかな RUN", {1}},
+        {"CAFÉ", {3, 4}},
+        {"CAFE\u0301", {3, 4}},
+        {"cafe", {}},
+        {"οδος", {3}},
+        {"ΟΔΟΣ", {3}},
+        {"i\u0307stanbul", {3}},
+        {"line 2ND", {4}},
+        {"b", {2, 3}},
+        {"2 n d", {4}},
+        {"-", {1, 2}},
+        {"\xFF", {}},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(index.matches(each.query), each.found) << each.query;
+    EXPECT_TRUE(SearchIndex().matches("").empty());
+    EXPECT_TRUE(SearchIndex().matches("a").empty());
+}
+
+TEST(SearchIndex, FollowsMatchesThroughManyItems) {
+    // Matches that are near each other, far apart, in the first and in the last item.
+    std::vector<Fields> items(5'000, Fields{"filler", "x", "", ""});
+    const Indexes marked{0, 1, 2, 9, 10, 500, 501, 517, 2'499, 2'500, 4'000, 4'998, 4'999};
+    for (const std::uint32_t i : marked)
+        items[i] = {"filler needle", "x", "needle", ""};
+    const SearchIndex index(listOf(items));
+    EXPECT_EQ(index.matches("needle"), marked);
+    EXPECT_EQ(index.matches("filler").size(), items.size());
+}
+
+} // namespace kavendra
