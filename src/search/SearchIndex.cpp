@@ -50,7 +50,7 @@ std::vector<WordGroup> makeGroups(std::string_view searchText, const ByteFrequen
     std::vector<WordGroup> groups;
     for (const std::string_view word : splitWords(query))
         groups.push_back(makeGroup(word, frequencies));
-    std::ranges::stable_sort(
+    std::ranges::sort(
         groups, {}, [](const WordGroup& group) { return std::pair(group.isOneCharacter, group.rarity()); });
     return groups;
 }

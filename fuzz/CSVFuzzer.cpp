@@ -1,0 +1,51 @@
+#include "data/CSVReader.h"
+#include "platform/TextDecoding.h"
+#include "search/SearchIndex.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using namespace kavendra;
+
+/// Stops the program, which the fuzzer reports with the input.
+void require(bool condition) {
+    if (!condition)
+        std::abort();
+}
+
+/// Every word of an item's own text must find that item.
+void searchForItsOwnWords(const ItemList& items) {
+    const SearchIndex index(items);
+    require(index.matches(" ").size() == items.size());
+    for (std::size_t item = 0; item < std::min<std::size_t>(items.size(), 8); ++item)
+        for (std::size_t column = 0; column < requiredColumns.size(); ++column) {
+            const auto found = index.matches(items.value(item, column).substr(0, 64));
+            require(std::ranges::is_sorted(found));
+            if (items.value(item, column).size() <= 64)
+                require(std::ranges::binary_search(found, item));
+        }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    std::optional<ByteBuffer> text = decodeText(ByteBuffer(bytes));
+    if (!text)
+        return 0;
+    require(isValidUTF8(text->view()));
+    auto block = readCSVItems(std::move(*text), "fuzzed.csv", "fuzzed.csv", [](auto) {});
+    if (!block)
+        return 0;
+    ItemList items;
+    items.append(std::move(*block));
+    searchForItsOwnWords(items);
+    return 0;
+}

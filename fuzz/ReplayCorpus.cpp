@@ -1,0 +1,27 @@
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
+
+/// Feeds each file of a directory to the fuzz target once; what goes wrong ends the program.
+int main(int argc, char** argv) {
+    if (argc != 2) {
+        std::fputs("usage: replay DIRECTORY\n", stderr);
+        return 2;
+    }
+    int count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
+        std::printf("%s\n", entry.path().filename().c_str());
+        std::fflush(stdout);
+        std::ifstream file(entry.path(), std::ios::binary);
+        const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
+        LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+        ++count;
+    }
+    std::printf("%d files\n", count);
+    return count > 0 ? 0 : 1;
+}
