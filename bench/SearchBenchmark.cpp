@@ -71,15 +71,15 @@ void filter(benchmark::State& state, const char* query) {
 
 void registerFilters() {
     constexpr std::pair<const char*, const char*> queries[] = {
-        {"filter/common word", commonWord},
-        {"filter/word in most rows", "tool"},
-        {"filter/rare word", rareWord},
-        {"filter/one letter", "z"},
-        {"filter/two letters", "se"},
-        {"filter/two words", "report browser"},
-        {"filter/three words", "tool open wiki"},
-        {"filter/Hiragana", "しゃしん"},
-        {"filter/absent word", "qqqqxxxx"},
+        {"filter/commonWord", commonWord},
+        {"filter/wordInMostRows", "tool"},
+        {"filter/rareWord", rareWord},
+        {"filter/oneLetter", "z"},
+        {"filter/twoLetters", "se"},
+        {"filter/twoWords", "report browser"},
+        {"filter/threeWords", "tool open wiki"},
+        {"filter/hiragana", "しゃしん"},
+        {"filter/absentWord", "qqqqxxxx"},
     };
     for (const auto& [name, query] : queries)
         benchmark::RegisterBenchmark(name, filter, query)
