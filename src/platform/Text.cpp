@@ -29,6 +29,28 @@ icu::UnicodeString fromUTF8(std::string_view text) {
         icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
 }
 
+/// Marks that follow one another are put in order, which takes a time that grows with the square of their
+/// number. No writing needs more than a few (UAX #15 takes 30 for safe), so a longer run is cut.
+constexpr std::int32_t maximumMarks = 1000;
+
+/// Returns `text` normalised in pieces, none of which has more than maximumMarks marks in a row.
+icu::UnicodeString normalizedInPieces(const icu::Normalizer2& normalizer, const icu::UnicodeString& text,
+                                      UErrorCode& status) {
+    if (text.length() <= maximumMarks)
+        return normalizer.normalize(text, status);
+    icu::UnicodeString result;
+    std::int32_t pieceBegin = 0, marks = 0;
+    for (std::int32_t position = 0; position < text.length(); position = text.moveIndex32(position, 1)) {
+        marks = normalizer.getCombiningClass(text.char32At(position)) != 0 ? marks + 1 : 0;
+        if (marks > maximumMarks) {
+            result += normalizer.normalize(text.tempSubStringBetween(pieceBegin, position), status);
+            pieceBegin = position;
+            marks = 0;
+        }
+    }
+    return result += normalizer.normalize(text.tempSubStringBetween(pieceBegin), status);
+}
+
 /// Returns the length of the White_Space character that ends `text`, 0 when another one does.
 std::size_t whiteSpaceSuffix(std::string_view text) {
     if (text.empty())
@@ -105,8 +127,9 @@ std::string normalized(std::string_view text) {
         return std::string(text);
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(status);
-    const icu::UnicodeString result =
-        U_SUCCESS(status) ? nfc->normalize(fromUTF8(text), status) : fromUTF8(text);
+    if (U_FAILURE(status))
+        return std::string(text);
+    const icu::UnicodeString result = normalizedInPieces(*nfc, fromUTF8(text), status);
     return U_SUCCESS(status) ? toUTF8(result) : std::string(text);
 }
 

@@ -28,6 +28,16 @@ TEST(Text, lowercasesByTheDefaultMapping) {
 TEST(Text, normalizesToComposedForm) {
     EXPECT_EQ(normalized("e\u0301か\u3099"), "éが");
     EXPECT_EQ(normalized("plain"), "plain");
+    EXPECT_EQ(normalized("a\u0302\u0323"), "\u1EAD");
+}
+
+TEST(Text, normalizesEndlessMarksInReasonableTime) {
+    std::string marks = "e";
+    for (int i = 0; i < 500'000; ++i)
+        marks += "\u0301\u0327";
+    const std::string result = normalized(marks + " e\u0301");
+    EXPECT_TRUE(result.starts_with("ȩ\u0327"));
+    EXPECT_TRUE(result.ends_with(" é"));
 }
 
 TEST(Text, turnsHiraganaIntoKatakana) {
