@@ -1,0 +1,16 @@
+#include "launch/WebAddress.h"
+
+#include <gtest/gtest.h>
+
+namespace kavendra {
+
+TEST(WebAddress, isHTTPOrHTTPSWithAHost) {
+    EXPECT_EQ(webAddressOf("https://example.org"), "https://example.org");
+    EXPECT_EQ(webAddressOf("HTTP://Example.org/A b"), "http://example.org/A%20b");
+    for (const char* text : {"", "example.org", "www.example.org/", "/usr/bin/env", "file:///etc/passwd",
+                             "mailto:a@b.c", "ftp://example.org", "https:", "https://", "http:example.org",
+                             "httpx://a", "http//a", "http://a b/", "see https://example.org"})
+        EXPECT_FALSE(webAddressOf(text)) << text;
+}
+
+} // namespace kavendra

@@ -1,0 +1,147 @@
+#include "platform/desktop/FreedesktopDesktop.h"
+
+#include "tests/support/ProcessTable.h"
+#include "tests/support/TestDesktop.h"
+#include "tests/support/TestFileManager.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+
+namespace kavendra {
+
+namespace {
+
+/// Made before the first test, because GIO reads its surroundings once.
+TestDesktop& testDesktop() {
+    static TestDesktop desktop;
+    return desktop;
+}
+
+class FreedesktopDesktopTest : public testing::Test {
+protected:
+    void SetUp() override { surroundings.forgetRecords(); }
+
+    /// GIO gives an application a file's path even where it could take a URL.
+    std::string recordOf(const std::string& application, const std::string& argument) const {
+        return application + "\t" + argument + "\n";
+    }
+
+    TestDesktop& surroundings = testDesktop();
+    TemporaryDirectory directory;
+    Processes processes{{"PATH=/usr/bin:/bin", "MARK=a = b"}};
+    FreedesktopDesktop desktop{processes};
+};
+
+} // namespace
+
+TEST_F(FreedesktopDesktopTest, opensWithTheDefaultApplication) {
+    EXPECT_TRUE(desktop.openURL("https://example.org/a%20b?c=d&e#f"));
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("browser", "https://example.org/a%20b?c=d&e#f"));
+
+    surroundings.forgetRecords();
+    EXPECT_TRUE(desktop.openFile(directory.write("50% 日本.txt", "text")));
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("editor", directory.path("50% 日本.txt")));
+}
+
+TEST_F(FreedesktopDesktopTest, saysNoWhenNothingHandlesIt) {
+    EXPECT_FALSE(desktop.openURL("no-such-scheme://example.org/"));
+    EXPECT_FALSE(desktop.openURL(std::string("https://a\0b", 11)));
+    EXPECT_FALSE(desktop.openFile(directory.write("picture.png", "\x89PNG\r\n\x1a\n")));
+    EXPECT_FALSE(desktop.openFile(directory.path("missing.txt")));
+    EXPECT_EQ(surroundings.record(), "");
+}
+
+TEST_F(FreedesktopDesktopTest, whatItStartsHasTheGivenEnvironmentAndItsOwnSession) {
+    setenv("ADDED_LATER", "1", 1);
+    ASSERT_TRUE(desktop.openURL("http://example.org/"));
+    ASSERT_NE(surroundings.waitForRecord(), "");
+    std::vector<std::string> environment = surroundings.environmentOfApplication();
+    // How GIO tells every program which entry it was started from.
+    std::erase_if(environment, [](const std::string& entry) { return entry.starts_with("GIO_LAUNCHED_"); });
+    std::ranges::sort(environment);
+    EXPECT_EQ(environment, (std::vector<std::string>{"MARK=a = b", "PATH=/usr/bin:/bin"}));
+    EXPECT_GT(surroundings.sessionOfApplication(), 0);
+    EXPECT_NE(surroundings.sessionOfApplication(), getsid(0));
+    EXPECT_TRUE(eventually([] { return !hasZombieChild(); }));
+}
+
+TEST_F(FreedesktopDesktopTest, knowsWhatAnApplicationIs) {
+    std::filesystem::create_directories(directory.path("Mail.App"));
+    std::filesystem::create_directories(directory.path("folder.desktop"));
+    EXPECT_TRUE(desktop.isApplication(directory.path("Mail.App")));
+    EXPECT_TRUE(desktop.isApplication(surroundings.applicationPath("test-browser.desktop")));
+    EXPECT_TRUE(desktop.isApplication("test-browser.desktop"));
+    for (const std::string& path :
+         {directory.write("file.app", ""), directory.path("missing.app"), directory.path(),
+          directory.path("folder.desktop"), directory.write("broken.desktop", "[Desktop"),
+          directory.path("missing.desktop"), std::string("no-such.desktop"), std::string("test-browser"),
+          std::string("test-browser.desktop\0", 21), std::string()})
+        EXPECT_FALSE(desktop.isApplication(path)) << path;
+}
+
+TEST_F(FreedesktopDesktopTest, opensAnAddressWithADesktopEntry) {
+    int failures = 0;
+    for (const std::string& application : {surroundings.applicationPath("test-other-browser.desktop"),
+                                           std::string("test-other-browser.desktop")}) {
+        surroundings.forgetRecords();
+        desktop.openURLWithApplication("https://example.org/", application, [&failures] { ++failures; });
+        EXPECT_EQ(surroundings.waitForRecord(), recordOf("other-browser", "https://example.org/"));
+    }
+    EXPECT_EQ(failures, 0);
+}
+
+TEST_F(FreedesktopDesktopTest, reportsApplicationsThatCannotTakeAnAddress) {
+    std::filesystem::create_directories(directory.path("Mail.app"));
+    for (const std::string& application :
+         {directory.path("Mail.app"), directory.path("missing.desktop"), std::string("no-such.desktop"),
+          surroundings.applicationPath("test-takes-no-addresses.desktop")}) {
+        int failures = 0;
+        desktop.openURLWithApplication("https://example.org/", application, [&failures] { ++failures; });
+        EXPECT_EQ(failures, 1) << application;
+    }
+    EXPECT_EQ(surroundings.record(), "");
+}
+
+TEST_F(FreedesktopDesktopTest, showsADirectoryWithoutAFileManagerService) {
+    EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
+    EXPECT_FALSE(desktop.showDirectory(directory.write("file", "")));
+    EXPECT_TRUE(desktop.showDirectory(directory.path()));
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("files", directory.path()));
+
+    const TestBus busWithoutFileManager;
+    surroundings.forgetRecords();
+    EXPECT_TRUE(desktop.showDirectory(directory.path()));
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("files", directory.path()));
+}
+
+TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerOfTheSession) {
+    std::filesystem::create_directories(directory.path("a b"));
+    const TestBus bus;
+    {
+        const TestFileManager fileManager(bus, TestFileManager::Manner::obliging);
+        EXPECT_TRUE(desktop.showDirectory(directory.path("a b")));
+        EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
+        EXPECT_EQ(fileManager.shownFolders(),
+                  std::vector<std::string>{"file://" + directory.path() + "/a%20b"});
+        EXPECT_EQ(surroundings.record(), "");
+    }
+    const TestFileManager fileManager(bus, TestFileManager::Manner::refusing);
+    EXPECT_TRUE(desktop.showDirectory(directory.path()));
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("files", directory.path()));
+}
+
+TEST_F(FreedesktopDesktopTest, doesNotWaitLongForAFileManagerThatHangs) {
+    using namespace std::chrono_literals;
+    const TestBus bus;
+    const TestFileManager fileManager(bus, TestFileManager::Manner::hanging);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_TRUE(desktop.showDirectory(directory.path()));
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
+    EXPECT_EQ(fileManager.shownFolders().size(), 1U);
+    EXPECT_EQ(surroundings.record(), "");
+}
+
+} // namespace kavendra

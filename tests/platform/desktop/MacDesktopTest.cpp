@@ -1,0 +1,54 @@
+#include "platform/desktop/MacDesktop.h"
+
+#include "tests/TemporaryDirectory.h"
+#include "tests/support/RecordingProcesses.h"
+
+#include <gtest/gtest.h>
+
+namespace kavendra {
+
+TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
+    const TemporaryDirectory directory;
+    std::filesystem::create_directories(directory.path("Safari.APP"));
+    std::filesystem::create_directories(directory.path("folder"));
+    RecordingProcesses processes;
+    MacDesktop desktop(processes);
+    int failures = 0;
+    const auto failed = [&failures] { ++failures; };
+
+    EXPECT_TRUE(desktop.openURL("https://example.org/"));
+    EXPECT_TRUE(desktop.openFile("/a/b c.txt"));
+    EXPECT_TRUE(desktop.openFile("-a"));
+    desktop.openURLWithApplication("https://example.org/", directory.path("Safari.APP"), failed);
+    EXPECT_TRUE(desktop.showDirectory(directory.path("folder")));
+    EXPECT_TRUE(desktop.showDirectory(directory.path("Safari.APP")));
+    EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(processes.calls,
+              (std::vector<std::string>{
+                  "run /usr/bin/open|https://example.org/",
+                  "run /usr/bin/open|/a/b c.txt",
+                  "run /usr/bin/open|./-a",
+                  "run /usr/bin/open|-a|" + directory.path("Safari.APP") + "|https://example.org/",
+                  "run /usr/bin/open|" + directory.path("folder"),
+                  "run /usr/bin/open|-R|" + directory.path("Safari.APP"),
+              }));
+}
+
+TEST(MacDesktop, passesOnThatTheToolFailedOrIsMissing) {
+    const TemporaryDirectory directory;
+    for (const Result<ProgramOutcome>& result : {Result<ProgramOutcome>(ProgramOutcome{}),
+                                                 Result<ProgramOutcome>(std::unexpected(Error{"missing"}))}) {
+        RecordingProcesses processes;
+        processes.runResult = result;
+        MacDesktop desktop(processes);
+        int failures = 0;
+        EXPECT_FALSE(desktop.openURL("https://example.org/"));
+        EXPECT_FALSE(desktop.openFile("/a"));
+        EXPECT_FALSE(desktop.showDirectory(directory.path()));
+        desktop.openURLWithApplication("https://example.org/", "/A.app", [&failures] { ++failures; });
+        EXPECT_EQ(failures, 1);
+    }
+}
+
+} // namespace kavendra

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Processes.h"
+
+#include <string>
+#include <vector>
+
+namespace kavendra {
+
+/// Starts nothing: keeps each command line as one text, arguments separated by "|", behind "start " or
+/// "run ". A working directory stands in front of it with a colon.
+class RecordingProcesses : public Processes {
+public:
+    explicit RecordingProcesses(std::vector<std::string> ofPrograms = {})
+        : Processes(std::move(ofPrograms)) {}
+
+    Result<void> start(const std::string& executable, const std::vector<std::string>& arguments,
+                       const std::string& workingDirectory = {}) override {
+        const std::string place = workingDirectory.empty() ? "" : workingDirectory + ": ";
+        calls.push_back("start " + place + commandLine(executable, arguments));
+        return startResult;
+    }
+
+    Result<ProgramOutcome> runAndWait(const std::string& executable,
+                                      const std::vector<std::string>& arguments) override {
+        calls.push_back("run " + commandLine(executable, arguments));
+        return runResult;
+    }
+
+    std::vector<std::string> calls;
+    Result<void> startResult;
+    Result<ProgramOutcome> runResult = ProgramOutcome{.succeeded = true, .standardError = {}};
+
+private:
+    static std::string commandLine(std::string text, const std::vector<std::string>& arguments) {
+        for (const std::string& argument : arguments)
+            text += "|" + argument;
+        return text;
+    }
+};
+
+} // namespace kavendra

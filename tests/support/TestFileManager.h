@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace kavendra {
+
+/// A session bus of the test's own, to which the process's environment points while this lives.
+class TestBus {
+public:
+    TestBus();
+    ~TestBus();
+    TestBus(const TestBus&) = delete;
+    TestBus& operator=(const TestBus&) = delete;
+
+    std::string address() const;
+
+private:
+    struct Daemon;
+    std::unique_ptr<Daemon> daemon;
+};
+
+/// A file manager on that bus (org.freedesktop.FileManager1) that keeps what it is asked.
+class TestFileManager {
+public:
+    enum class Manner { obliging, refusing, hanging };
+
+    TestFileManager(const TestBus& bus, Manner manner);
+    ~TestFileManager();
+    TestFileManager(const TestFileManager&) = delete;
+    TestFileManager& operator=(const TestFileManager&) = delete;
+
+    /// Returns the URIs that it was asked to show, of every call.
+    std::vector<std::string> shownFolders() const;
+
+private:
+    struct Service;
+    std::unique_ptr<Service> service;
+};
+
+} // namespace kavendra

@@ -1,0 +1,63 @@
+#!/bin/sh
+# make-test-desktop.sh DIRECTORY: makes a desktop that is a test's own in an existing directory.
+#
+# Its applications start nothing: each appends one line to DIRECTORY/record, its name and its arguments with
+# tabs between them, and leaves its environment and its /proc stat line beside it, in record.environment and
+# record.stat. The variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
+#
+#     while read -r variable; do export "$variable"; done < DIRECTORY/environment
+set -eu
+
+directory=$(cd "$1" && pwd)
+applications=$directory/data/applications
+mkdir -p "$applications" "$directory/bin" "$directory/config" "$directory/none" "$directory/cache"
+mkdir -p -m 700 "$directory/runtime"
+ln -sfn /usr/share/mime "$directory/data/mime"
+
+cat > "$directory/bin/record" <<'END'
+#!/bin/sh
+record=${0%/*}/../record
+cat /proc/$$/environ > "$record.environment"
+cat /proc/$$/stat > "$record.stat"
+line=$1
+shift
+for argument; do
+    line=$(printf '%s\t%s' "$line" "$argument")
+done
+printf '%s\n' "$line" >> "$record"
+END
+chmod +x "$directory/bin/record"
+
+# application NAME ARGUMENTS
+application() {
+    cat > "$applications/test-$1.desktop" <<END
+[Desktop Entry]
+Type=Application
+Name=Test $1
+Exec="$directory/bin/record" $1 $2
+END
+}
+application browser %u
+application other-browser %U
+application editor %u
+application files %u
+application takes-no-addresses ''
+
+cat > "$directory/config/mimeapps.list" <<'END'
+[Default Applications]
+x-scheme-handler/http=test-browser.desktop
+x-scheme-handler/https=test-browser.desktop
+text/plain=test-editor.desktop
+text/csv=test-editor.desktop
+inode/directory=test-files.desktop
+END
+
+cat > "$directory/environment" <<END
+XDG_DATA_HOME=$directory/data
+XDG_DATA_DIRS=$directory/none
+XDG_CONFIG_HOME=$directory/config
+XDG_CONFIG_DIRS=$directory/none
+XDG_CACHE_HOME=$directory/cache
+XDG_RUNTIME_DIR=$directory/runtime
+DBUS_SESSION_BUS_ADDRESS=disabled:
+END
