@@ -66,7 +66,8 @@ void readUntilEnd(std::string& text, const FileDescriptor& errors, const FileDes
     }
 }
 
-/// Takes in what is left in the pipe, and no more than that: somebody may go on writing.
+/// Takes in what is left in the pipe, because a program's end may be heard of before its last words are, and
+/// no more than that: somebody may go on writing.
 void readRemainder(std::string& text, const FileDescriptor& errors) {
     fcntl(errors.get(), F_SETFL, O_NONBLOCK);
     std::size_t taken = 0;
