@@ -7,8 +7,7 @@ namespace kavendra {
 void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    const auto group =
-        option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     if (isSelected)
         painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
     const QRect room = option.rect.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0);

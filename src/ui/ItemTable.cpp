@@ -22,7 +22,6 @@ namespace kavendra {
 namespace {
 
 constexpr int minimumColumnWidth = 48;
-constexpr int cellPadding = 12; ///< of a column's width, what its text cannot use
 constexpr int rowPadding = 10;  ///< above and below the text of a row, together
 constexpr double widthTolerance = 0.5;
 

@@ -68,6 +68,7 @@ void MainWindow::layOut() {
     field.setPlaceholderText(tr("Search Title, Command, Params, Keywords"));
     field.setAccessibleName(tr("Search"));
     table->setAccessibleName(tr("Launch items"));
+    statusLine->setAccessibleName(tr("Status"));
     field.setFocus();
 }
 

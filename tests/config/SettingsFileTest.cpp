@@ -97,7 +97,7 @@ TEST(SettingsFile, writesEveryKeyInOrderAndReadsItBack) {
     for (const char* key : {"appearanceMode", "dataDirectoryPath", "logDirectoryPath", "searchPathActions",
                             "appName", "binaryPath", "targetType", "selectAllTextOnFocus", "showBuiltinItems",
                             "showDebugSummary", "showStatusMessage"}) {
-        position = text.find("\n", position);
+        position = text.find('\n', position);
         position = text.find("\"" + std::string(key) + "\": ", position);
         ASSERT_NE(position, std::string::npos) << key;
     }
