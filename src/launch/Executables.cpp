@@ -33,7 +33,7 @@ std::vector<std::string_view> searchDirectories(std::string_view searchPath) {
 }
 
 /// A program found through a relative directory must still be found when it is started elsewhere.
-std::string absolute(std::string path) {
+std::string absolute(const std::string& path) {
     std::error_code failed;
     const std::filesystem::path result = std::filesystem::absolute(path, failed);
     return failed ? path : result.string();
@@ -48,9 +48,9 @@ std::optional<std::string> resolveExecutable(std::string_view name, std::string_
     if (path.find('/') != std::string::npos)
         return isExecutableFile(path) ? std::optional(path) : std::nullopt;
     for (const std::string_view directory : searchDirectories(searchPath)) {
-        std::string candidate = joinedPath(directory, path);
+        const std::string candidate = joinedPath(directory, path);
         if (isExecutableFile(candidate))
-            return absolute(std::move(candidate));
+            return absolute(candidate);
     }
     return std::nullopt;
 }

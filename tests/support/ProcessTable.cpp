@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -19,6 +20,17 @@ ProcessStatus parseProcessStatus(const std::string& text) {
     int processGroup = 0;
     fields >> status.state >> status.parent >> processGroup >> status.session;
     return status;
+}
+
+bool handlesSignalsByDefault(const std::string& text) {
+    constexpr std::uint64_t standardSignals = (std::uint64_t{1} << 31U) - 1;
+    for (const std::string field : {"SigBlk:", "SigIgn:"}) {
+        const std::size_t position = text.find(field);
+        if (position == std::string::npos ||
+            std::stoull(text.substr(position + field.size()), nullptr, 16) & standardSignals)
+            return false;
+    }
+    return true;
 }
 
 bool hasZombieChild() {

@@ -15,6 +15,10 @@ struct ProcessStatus {
 /// Reads the text of a /proc/PID/stat file.
 ProcessStatus parseProcessStatus(const std::string& text);
 
+/// Whether a process blocks and ignores no signal, by the text of its /proc/PID/status file. The C library's
+/// own signals, behind the standard ones, do not count.
+bool handlesSignalsByDefault(const std::string& text);
+
 /// Whether a child of this process has ended and nobody has taken its status.
 bool hasZombieChild();
 

@@ -3,6 +3,7 @@
 #include "tests/support/ProcessTable.h"
 
 #include <sstream>
+#include <stdexcept>
 
 namespace kavendra {
 
@@ -27,7 +28,7 @@ void TestDesktop::forgetRecords() const {
 }
 
 std::vector<std::string> TestDesktop::environmentOfApplication() const {
-    std::istringstream text(directory.read("record.environment"));
+    std::istringstream text(directory.read("record.environ"));
     std::vector<std::string> entries;
     for (std::string entry; std::getline(text, entry, '\0');)
         entries.push_back(entry);
@@ -36,6 +37,10 @@ std::vector<std::string> TestDesktop::environmentOfApplication() const {
 
 int TestDesktop::sessionOfApplication() const {
     return parseProcessStatus(directory.read("record.stat")).session;
+}
+
+bool TestDesktop::applicationHandlesSignalsByDefault() const {
+    return handlesSignalsByDefault(directory.read("record.status"));
 }
 
 std::string TestDesktop::applicationPath(std::string_view id) const {

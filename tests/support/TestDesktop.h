@@ -27,6 +27,7 @@ public:
     std::vector<std::string> environmentOfApplication() const;
     /// The session that it was in.
     int sessionOfApplication() const;
+    bool applicationHandlesSignalsByDefault() const;
 
     std::string path(std::string_view name) const { return directory.path(name); }
     std::string applicationPath(std::string_view id) const;

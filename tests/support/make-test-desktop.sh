@@ -2,8 +2,8 @@
 # make-test-desktop.sh DIRECTORY: makes a desktop that is a test's own in an existing directory.
 #
 # Its applications start nothing: each appends one line to DIRECTORY/record, its name and its arguments with
-# tabs between them, and leaves its environment and its /proc stat line beside it, in record.environment and
-# record.stat. The variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
+# tabs between them, and leaves what /proc says of it (proc(5)) beside that, in record.environ, record.stat and
+# record.status. The variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
 #
 #     while read -r variable; do export "$variable"; done < DIRECTORY/environment
 set -eu
@@ -17,8 +17,15 @@ ln -sfn /usr/share/mime "$directory/data/mime"
 cat > "$directory/bin/record" <<'END'
 #!/bin/sh
 record=${0%/*}/../record
-cat /proc/$$/environ > "$record.environment"
-cat /proc/$$/stat > "$record.stat"
+# In the shell's own words, because it blocks signals while it starts another program.
+copy() {
+    while IFS= read -r line; do
+        printf '%s\n' "$line"
+    done < "/proc/$$/$1" > "$record.$1"
+}
+copy stat
+copy status
+cat /proc/$$/environ > "$record.environ"
 line=$1
 shift
 for argument; do

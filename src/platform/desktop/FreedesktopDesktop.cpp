@@ -10,6 +10,8 @@
 #include <gio/gdesktopappinfo.h>
 #include <unistd.h>
 
+#include <csignal>
+
 namespace kavendra {
 
 namespace {
@@ -41,17 +43,23 @@ GObjectHandle<GAppLaunchContext> launchContext(const std::vector<std::string>& e
     return context;
 }
 
-/// Runs in the new process, so only what is async-signal-safe may happen here.
-void becomeSessionLeader(gpointer /*unused*/) {
+/// Gives a new process a session of its own and default signal handling, which Processes does for those that
+/// it starts. Runs in that process, so only what is async-signal-safe may happen here.
+void detach(gpointer /*unused*/) {
     setsid();
+    for (int number = 1; number < NSIG; ++number)
+        std::signal(number, SIG_DFL);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
 bool launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
     GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // only read
     // "As manager" is the form that lets the program have a session of its own. Without
     // G_SPAWN_DO_NOT_REAP_CHILD GLib reaps: the program becomes the init process's child.
-    return g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH,
-                                                     becomeSessionLeader, nullptr, nullptr, nullptr, nullptr);
+    return g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH, detach,
+                                                     nullptr, nullptr, nullptr, nullptr);
 }
 
 /// Returns the application that the desktop opens an address with, null when it has none.

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 
 namespace kavendra {
 
@@ -56,7 +57,9 @@ TEST_F(FreedesktopDesktopTest, saysNoWhenNothingHandlesIt) {
 
 TEST_F(FreedesktopDesktopTest, whatItStartsHasTheGivenEnvironmentAndItsOwnSession) {
     setenv("ADDED_LATER", "1", 1);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_TRUE(desktop.openURL("http://example.org/"));
+    std::signal(SIGXFSZ, handler);
     ASSERT_NE(surroundings.waitForRecord(), "");
     std::vector<std::string> environment = surroundings.environmentOfApplication();
     // How GIO tells every program which entry it was started from.
@@ -65,6 +68,7 @@ TEST_F(FreedesktopDesktopTest, whatItStartsHasTheGivenEnvironmentAndItsOwnSessio
     EXPECT_EQ(environment, (std::vector<std::string>{"MARK=a = b", "PATH=/usr/bin:/bin"}));
     EXPECT_GT(surroundings.sessionOfApplication(), 0);
     EXPECT_NE(surroundings.sessionOfApplication(), getsid(0));
+    EXPECT_TRUE(surroundings.applicationHandlesSignalsByDefault());
     EXPECT_TRUE(eventually([] { return !hasZombieChild(); }));
 }
 
