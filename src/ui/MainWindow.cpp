@@ -69,6 +69,9 @@ void MainWindow::layOut() {
     field.setAccessibleName(tr("Search"));
     table->setAccessibleName(tr("Launch items"));
     statusLine->setAccessibleName(tr("Status"));
+    itemCount->setObjectName("itemCount");
+    statusMessage->setObjectName("statusMessage");
+    debugSummary->setObjectName("debugSummary");
     field.setFocus();
 }
 

@@ -1,0 +1,200 @@
+#include "config/SettingsFile.h"
+#include "tests/support/Limits.h"
+#include "tests/ui/ContentViewFixture.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace kavendra {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+class ContentViewTest : public ContentViewFixture {};
+
+} // namespace
+
+TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
+    EXPECT_EQ(state().lastActionMessage, "No item launched");
+    EXPECT_TRUE(state().items->list.empty());
+    EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
+    content.launchSelected();
+    EXPECT_EQ(state().lastActionMessage, "No item selected");
+    EXPECT_FALSE(state().errorDialogMessage);
+}
+
+TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
+    content.appear();
+    EXPECT_EQ(state().lastActionMessage, "Loaded 3 items");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
+    EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
+    EXPECT_EQ(content.debugSummary(), "CSV columns: Title, Command, Params, Keywords | Source is added by "
+                                      "app | Ignore prefix: _ | Data dir: " +
+                                          configuration.path("data") +
+                                          " | Log dir: " + configuration.path("log"));
+}
+
+TEST_F(ContentViewTest, builtinItemsComeFirstAndCanBeHidden) {
+    configuration.write("Built-in.csv", std::string(header) + "built,,,\n");
+    content.appear();
+    EXPECT_EQ(selectedTitle(), "built");
+    LaunchSettings changed = state().appSettings;
+    changed.showBuiltinItems = false;
+    ASSERT_TRUE(content.saveSettings(changed));
+    content.reloadData();
+    EXPECT_EQ(state().lastActionMessage, "Loaded 3 items");
+}
+
+TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
+    std::filesystem::remove_all(configuration.path("data"));
+    content.appear();
+    EXPECT_EQ(state().lastActionMessage, "No launch items found in " + configuration.path("data"));
+    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
+}
+
+TEST_F(ContentViewTest, typingFiltersAndKeepsTheSelectionOnAVisibleRow) {
+    content.appear();
+    content.selectLast();
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.setSearchText("common");
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.setSearchText("COMMON first");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    content.setSearchText("nowhere");
+    EXPECT_EQ(selectedTitle(), "nothing");
+    content.setSearchText("");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_EQ(content.filteredItems().size(), 3U);
+}
+
+TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
+    content.appear();
+    content.moveSelection(-1);
+    EXPECT_EQ(selectedTitle(), "alpha");
+    content.moveSelection(+1);
+    content.moveSelection(+1);
+    content.moveSelection(+1);
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.select(std::nullopt);
+    content.moveSelection(-1);
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.select(UUID::random());
+    content.moveSelection(+1);
+    EXPECT_EQ(selectedTitle(), "alpha");
+    content.setSearchText("nowhere");
+    content.moveSelection(+1);
+    EXPECT_EQ(state().selectedItemID, std::nullopt);
+}
+
+TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
+    content.appear();
+    content.launchSelected();
+    EXPECT_THAT(desktop.calls, ElementsAre("openURL https://a.example/"));
+    EXPECT_EQ(state().lastActionMessage, "Launched (url): alpha");
+    const std::string logBefore = log();
+    content.selectLast();
+    content.launchSelected();
+    EXPECT_EQ(state().lastActionMessage, "Launched (finder): gamma");
+    EXPECT_EQ(log(), logBefore) << "successes are not logged";
+
+    content.moveSelection(-1);
+    content.launchSelected();
+    const std::string message = "Command not found: missing-program";
+    EXPECT_EQ(state().lastActionMessage, message);
+    EXPECT_EQ(state().errorDialogMessage, message);
+    EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
+    EXPECT_EQ(selectedTitle(), "beta");
+    content.dismissErrorDialog();
+    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_EQ(state().lastActionMessage, message);
+}
+
+TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
+    content.appear();
+    const auto firstID = state().selectedItemID;
+    writeItems("\"open");
+    content.reloadData();
+    EXPECT_TRUE(state().items->list.empty());
+    EXPECT_EQ(state().selectedItemID, std::nullopt);
+    EXPECT_EQ(state().errorDialogMessage, "Invalid CSV format: unterminated quote");
+    EXPECT_THAT(log(), EndsWith("] Invalid CSV format: unterminated quote\n"));
+    writeItems("alpha,,,\n");
+    content.reloadData();
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_NE(state().selectedItemID, firstID);
+    EXPECT_THAT(log(), HasSubstr("unterminated quote")) << "a reload does not empty the log";
+}
+
+TEST_F(ContentViewTest, settingsThatWereReadStayWhenALaterStepFails) {
+    configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
+    configuration.write("kavendra-state.json", "[");
+    content.appear();
+    EXPECT_EQ(state().errorDialogMessage,
+              "State file is invalid: " + configuration.path("kavendra-state.json"));
+    EXPECT_TRUE(state().appSettings.showDebugSummary);
+    configuration.write("kavendra-settings.json", "{}");
+    content.reloadData();
+    EXPECT_EQ(state().errorDialogMessage,
+              "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
+    EXPECT_TRUE(state().appSettings.showDebugSummary) << "the settings of before stay in force";
+}
+
+TEST_F(ContentViewTest, theFirstLoadOfARunThatSucceedsEmptiesTheLog) {
+    std::filesystem::create_directories(configuration.path("log"));
+    configuration.write("log/kavendra.log", "of the run before\n");
+    configuration.write("kavendra-state.json", "[");
+    content.appear(); // fails before it comes to the log; the settings say where the log is
+    EXPECT_THAT(log(), testing::StartsWith("of the run before\n["));
+    configuration.write("kavendra-state.json", "{}");
+    content.reloadData();
+    EXPECT_THAT(log(), testing::Not(HasSubstr("of the run before")));
+}
+
+TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
+    content.appear();
+    std::filesystem::remove_all(configuration.path("log"));
+    configuration.write("log", "a file");
+    content.moveSelection(+1);
+    content.launchSelected();
+    EXPECT_EQ(state().lastActionMessage, "Command not found: missing-program | Log write failed");
+    EXPECT_EQ(state().errorDialogMessage, "Command not found: missing-program");
+
+    ContentView next(desktop, processes, configuration.path(), "");
+    next.appear();
+    const std::string reason = configuration.path("log") + ": Not a directory";
+    EXPECT_EQ(next.state().errorDialogMessage, reason);
+    EXPECT_EQ(next.state().lastActionMessage, reason + " | Log write failed");
+}
+
+TEST_F(ContentViewTest, aChangeIsAdoptedOnlyOnceItIsWritten) {
+    content.appear();
+    content.updateColumnWidth("Title", 150.4);
+    EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
+    const std::string written = configuration.read("kavendra-state.json");
+    EXPECT_THAT(written, HasSubstr("150"));
+
+    const ScopedFileSizeLimit limit(8);
+    content.updateColumnWidth("Title", 200);
+    EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
+    EXPECT_THAT(*state().errorDialogMessage, HasSubstr("kavendra-state.json: File too large"));
+    LaunchSettings changed = state().appSettings;
+    changed.showStatusMessage = false;
+    EXPECT_FALSE(content.saveSettings(changed));
+    EXPECT_TRUE(state().appSettings.showStatusMessage);
+    EXPECT_EQ(configuration.read("kavendra-state.json"), written);
+}
+
+TEST_F(ContentViewTest, aSecondLoadOfTheSameItemsGivesThemNewIdentities) {
+    content.appear();
+    const auto before = state().selectedItemID;
+    content.reloadData();
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_NE(state().selectedItemID, before);
+}
+
+} // namespace kavendra

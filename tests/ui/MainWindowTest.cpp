@@ -1,0 +1,103 @@
+#include "ui/MainWindow.h"
+
+#include "tests/ui/ContentViewFixture.h"
+
+#include <QPushButton>
+#include <QTest>
+
+namespace kavendra {
+
+namespace {
+
+class MainWindowTest : public ContentViewFixture {
+protected:
+    MainWindow& shown() {
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        return window;
+    }
+
+    SearchField& field() { return *window.findChild<SearchField*>(); }
+    QString text(const char* name) { return window.findChild<QLabel*>(name)->text(); }
+    QMessageBox& dialog() { return *window.findChild<QMessageBox*>(); }
+
+    MainWindow window{content};
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, typingAndEnterLaunchWhatIsShown) {
+    shown();
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_EQ(text("itemCount"), "3 items");
+    EXPECT_EQ(text("statusMessage"), "Loaded 3 items");
+    QTest::keyClicks(&field(), "alp");
+    EXPECT_EQ(text("itemCount"), "1 items");
+    QTest::keyClick(&field(), Qt::Key_Return);
+    EXPECT_EQ(desktop.calls, std::vector<std::string>{"openURL https://a.example/"});
+    EXPECT_EQ(text("statusMessage"), "Launched (url): alpha");
+}
+
+TEST_F(MainWindowTest, enterActsOnTheRowsOfTheLastKeystroke) {
+    shown();
+    // All of it is queued before any of it is handled, as when somebody types faster than a window paints.
+    for (const QChar letter : QStringLiteral("gamma"))
+        QCoreApplication::postEvent(&field(),
+                                    new QKeyEvent(QEvent::KeyPress, letter.toUpper().unicode(), {}, letter));
+    QCoreApplication::postEvent(&field(), new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, "\r"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
+}
+
+TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
+    shown();
+    QTest::keyClicks(&field(), "beta");
+    QTest::keyClick(&field(), Qt::Key_Return);
+    ASSERT_TRUE(dialog().isVisible());
+    EXPECT_EQ(dialog().windowTitle(), "kavendra");
+    EXPECT_EQ(dialog().text(), "Command not found: missing-program");
+    EXPECT_EQ(dialog().buttons().size(), 1);
+    content.reportFailure("<b>another</b>");
+    EXPECT_EQ(dialog().text(), "<b>another</b>") << "a new failure takes the place of the old";
+    EXPECT_EQ(dialog().textFormat(), Qt::PlainText);
+    QTest::keyClick(&dialog(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog().isVisible());
+    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_EQ(text("statusMessage"), "<b>another</b>");
+    content.reportFailure("again");
+    EXPECT_TRUE(dialog().isVisible());
+    QTest::mouseClick(dialog().button(QMessageBox::Ok), Qt::LeftButton);
+    EXPECT_FALSE(dialog().isVisible());
+}
+
+TEST_F(MainWindowTest, aMessageOfAnyLengthFitsTheScreen) {
+    shown();
+    content.reportFailure(std::string(100000, 'x'));
+    EXPECT_LT(dialog().sizeHint().width(), 800);
+    EXPECT_LT(dialog().sizeHint().height(), 800);
+    EXPECT_EQ(window.width(), 960) << "the status line does not widen the window";
+}
+
+TEST_F(MainWindowTest, settingsShowAndHideTheLines) {
+    shown();
+    const auto visible = [this](const char* name) { return window.findChild<QWidget*>(name)->isVisible(); };
+    EXPECT_TRUE(visible("statusMessage"));
+    EXPECT_FALSE(visible("debugSummary"));
+    LaunchSettings changed = state().appSettings;
+    changed.showStatusMessage = false;
+    changed.showDebugSummary = true;
+    content.saveSettings(changed);
+    EXPECT_FALSE(visible("statusMessage"));
+    EXPECT_TRUE(visible("debugSummary"));
+    EXPECT_TRUE(
+        text("debugSummary").endsWith(" | Log dir: " + QString::fromStdString(configuration.path("log"))));
+}
+
+TEST_F(MainWindowTest, hasItsSizes) {
+    EXPECT_EQ(window.size(), QSize(960, 520));
+    shown();
+    window.resize(10, 10);
+    EXPECT_EQ(window.size(), QSize(480, 200));
+}
+
+} // namespace kavendra
