@@ -1,0 +1,82 @@
+#include "bench/Comparison.h"
+#include "bench/Generator.h"
+#include "ui/ItemTable.h"
+
+#include <QApplication>
+
+#include <map>
+
+namespace kavendra {
+
+namespace {
+
+QApplication& application() {
+    static int argumentCount = 1;
+    static char name[] = "kavendra_bench";
+    static char* arguments[] = {name, nullptr};
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static QApplication made(argumentCount, arguments);
+    return made;
+}
+
+/// Two results of a search in the same items: all of them, and every second one.
+struct Keystrokes {
+    explicit Keystrokes(std::size_t count) {
+        ItemList list = generateItems(count);
+        SearchIndex index(list);
+        all.items = std::make_shared<const LoadedItems>(std::move(list), std::move(index));
+        half.items = all.items;
+        std::vector<std::uint32_t> every;
+        std::vector<std::uint32_t> everySecond;
+        for (std::uint32_t row = 0; row < count; ++row) {
+            every.push_back(row);
+            if (row % 2 == 1)
+                everySecond.push_back(row);
+        }
+        all.filteredRows = std::make_shared<const std::vector<std::uint32_t>>(std::move(every));
+        half.filteredRows = std::make_shared<const std::vector<std::uint32_t>>(std::move(everySecond));
+        all.selectedItemID = all.items->list.id(0);
+        half.selectedItemID = half.items->list.id(1);
+    }
+
+    ContentViewState all;
+    ContentViewState half;
+};
+
+const Keystrokes& keystrokesOf(std::size_t count) {
+    static std::map<std::size_t, Keystrokes> made;
+    return made.try_emplace(count, count).first->second;
+}
+
+/// The table after a keystroke: other rows, the selection, and all that is visible painted.
+/// Floor: painting what is visible again.
+void tableUpdate(benchmark::State& state) {
+    application();
+    const Keystrokes& keystrokes = keystrokesOf(static_cast<std::size_t>(state.range(0)));
+    ItemTable table;
+    table.onSelect = [](const std::optional<UUID>&) {};
+    table.resize(960, 440);
+    table.show(keystrokes.all);
+    table.QWidget::show();
+    QApplication::processEvents();
+    bool isFiltered = false;
+    Comparison comparison(state);
+    for (auto _ : state)
+        comparison.measure([&] { table.viewport()->repaint(); },
+                           [&] {
+                               isFiltered = !isFiltered;
+                               table.show(isFiltered ? keystrokes.half : keystrokes.all);
+                               table.viewport()->repaint();
+                           });
+}
+BENCHMARK(tableUpdate)
+    ->Arg(1'000)
+    ->Arg(100'000)
+    ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Iterations(51)
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+} // namespace kavendra
