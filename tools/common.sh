@@ -9,13 +9,14 @@ fail() {
 
 # quietly WHAT COMMAND...: runs a command; its output is shown only when it fails.
 quietly() {
-  local what=$1 output
+  local what=$1 output command
   shift
+  command=$*
   output=$(mktemp)
   if ! "$@" >"$output" 2>&1; then
     tail -n 60 "$output" >&2
     rm -f "$output"
-    fail "$what failed (the command was: $*)"
+    fail "$what failed (the command was: ${command:0:120})"
   fi
   rm -f "$output"
 }

@@ -50,8 +50,8 @@ std::vector<WordGroup> makeGroups(std::string_view searchText, const ByteFrequen
     std::vector<WordGroup> groups;
     for (const std::string_view word : splitWords(query))
         groups.push_back(makeGroup(word, frequencies));
-    std::ranges::sort(
-        groups, {}, [](const WordGroup& group) { return std::pair(group.isOneCharacter, group.rarity()); });
+    std::ranges::sort(groups, {},
+                      [](const WordGroup& group) { return std::pair(group.isOneCharacter, group.rarity()); });
     return groups;
 }
 

@@ -22,7 +22,7 @@ namespace kavendra {
 namespace {
 
 constexpr int minimumColumnWidth = 48;
-constexpr int rowPadding = 10;  ///< above and below the text of a row, together
+constexpr int rowPadding = 10; ///< above and below the text of a row, together
 constexpr double widthTolerance = 0.5;
 
 } // namespace
