@@ -22,6 +22,11 @@ QColor searchBarColor(const QPalette& palette) {
     return isDark(palette) ? blended(control, Qt::white, 0.06F) : blended(control, Qt::black, 0.04F);
 }
 
+QColor searchFieldColor(const QPalette& palette) {
+    return isDark(palette) ? blended(searchBarColor(palette), palette.color(QPalette::Window), 0.55F)
+                           : palette.color(QPalette::Base);
+}
+
 QColor separatorColor(const QPalette& palette) {
     return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.15F);
 }

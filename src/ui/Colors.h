@@ -11,6 +11,9 @@ bool isDark(const QPalette& palette);
 /// The search bar stands out a little from the controls: lighter in the dark, darker in the light.
 QColor searchBarColor(const QPalette& palette);
 
+/// What the search field's text stands on; in the dark the bar shines through.
+QColor searchFieldColor(const QPalette& palette);
+
 QColor separatorColor(const QPalette& palette);
 
 /// For text that is there to be looked up, not read first.

@@ -117,6 +117,7 @@ void MainWindow::applyColors() {
 void MainWindow::showState() {
     const ContentViewState& state = content.state();
     searchBar->searchField().showText(state.searchText);
+    searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
     table->show(state);
     itemCount->setText(tr("%1 items").arg(state.filteredRows->size()));
     statusMessage->showText(singleLine(state.lastActionMessage));

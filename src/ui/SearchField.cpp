@@ -5,24 +5,56 @@
 #include "ui/Icon.h"
 
 #include <QAction>
+#include <QFocusEvent>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTimer>
 
 namespace kavendra {
+
+namespace {
+
+std::string_view textOf(bool flag) {
+    return flag ? "true" : "false";
+}
+
+/// What of a field is selected, in UTF-16 units, written as {location, length}.
+std::string selectedRange(const QLineEdit& field) {
+    const int location = field.hasSelectedText() ? field.selectionStart() : field.cursorPosition();
+    return "{" + std::to_string(location) + ", " + std::to_string(field.selectionLength()) + "}";
+}
+
+/// Whether the focus only went to a menu or another window and will be back without having been moved.
+bool isInterruption(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+}
+
+} // namespace
 
 SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
     icon = addAction(QIcon(), LeadingPosition);
-    tintIcon();
+    applyColors();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         const std::string value = text.toStdString();
-        onDebugLog("SearchField controlTextDidChange value=" + value);
+        debugLog("controlTextDidChange value=", value);
         onTextChange(value);
     });
 }
 
+template <typename... Pieces>
+void SearchField::debugLog(const Pieces&... pieces) const {
+    if (!onDebugLog)
+        return;
+    std::string line = "SearchField ";
+    (line.append(pieces), ...);
+    onDebugLog(line);
+}
+
 void SearchField::showText(const std::string& text) {
-    const QString shown = kavendra::displayText(text);
+    const QString shown = kavendra::displayText(text); // not QLineEdit::displayText
     if (shown == this->text())
         return;
     const QSignalBlocker silent(this);
@@ -64,19 +96,103 @@ void SearchField::inputMethodEvent(QInputMethodEvent* event) {
     QLineEdit::inputMethodEvent(event);
 }
 
+void SearchField::focusInEvent(QFocusEvent* event) {
+    if (!isFirstResponder) {
+        gainFocus(event->reason());
+        QLineEdit::focusInEvent(event);
+        return;
+    }
+    QLineEdit::focusInEvent(event);
+    if (selectAllOnFocus && event->reason() == Qt::ActiveWindowFocusReason) {
+        debugLog("windowDidBecomeKey reselect");
+        scheduleSelectAll(1);
+    }
+}
+
+void SearchField::gainFocus(Qt::FocusReason reason) {
+    debugLog("becomeFirstResponder start selectAllOnFocus=", textOf(selectAllOnFocus),
+             " shouldSelectAllAfterMouseDown=", textOf(shouldSelectAllAfterMouseDown));
+    isFirstResponder = true;
+    debugLog("becomeFirstResponder end becameFirstResponder=", textOf(isFirstResponder));
+    if (!selectAllOnFocus)
+        return;
+    shouldSelectAllAfterMouseDown = reason == Qt::MouseFocusReason;
+    debugLog(
+        "becomeFirstResponder currentEventType=", shouldSelectAllAfterMouseDown ? "MouseButtonPress" : "none",
+        " isMouseDrivenFocus=", textOf(shouldSelectAllAfterMouseDown));
+    if (!shouldSelectAllAfterMouseDown)
+        scheduleSelectAll(1);
+}
+
 void SearchField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     isComposing = false;
+    if (!isInterruption(event->reason()))
+        isFirstResponder = false;
+}
+
+void SearchField::mousePressEvent(QMouseEvent* event) {
+    notePress(1);
+    QLineEdit::mousePressEvent(event);
+}
+
+void SearchField::mouseDoubleClickEvent(QMouseEvent* event) {
+    notePress(2);
+    QLineEdit::mouseDoubleClickEvent(event);
+}
+
+void SearchField::notePress(int clicks) {
+    clickCount = clicks;
+    ++selectAllRequest; // a second click comes before what the first one scheduled
+    debugLog("mouseDown clickCount=", std::to_string(clicks),
+             " shouldSelectAllAfterMouseDown=", textOf(shouldSelectAllAfterMouseDown));
+}
+
+void SearchField::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    if (std::exchange(shouldSelectAllAfterMouseDown, false) && clickCount == 1)
+        scheduleSelectAll(2);
+}
+
+void SearchField::scheduleSelectAll(int deferrals) {
+    QTimer::singleShot(0, this, [this, deferrals, request = selectAllRequest] {
+        if (request != selectAllRequest)
+            return;
+        if (deferrals > 1)
+            scheduleSelectAll(deferrals - 1);
+        else
+            selectWholeText();
+    });
+}
+
+void SearchField::selectWholeText() {
+    if (isComposing) // selecting would end the composition
+        return;
+    if (!hasFocus()) {
+        debugLog("selectAllText via selectText");
+        setFocus(Qt::OtherFocusReason);
+        selectAll();
+        return;
+    }
+    debugLog("selectAllText via editor before=", selectedRange(*this));
+    selectAll();
+    debugLog("selectAllText via editor after=", selectedRange(*this));
 }
 
 void SearchField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::PaletteChange && icon)
-        tintIcon();
+        applyColors();
 }
 
-void SearchField::tintIcon() {
-    icon->setIcon(tintedIcon("search", secondaryTextColor(palette())));
+void SearchField::applyColors() {
+    // From the application's palette: the field's own already carries the colour that is set here.
+    const QPalette& system = QGuiApplication::palette();
+    icon->setIcon(tintedIcon("search", secondaryTextColor(system)));
+    QPalette own = palette();
+    own.setColor(QPalette::Base, searchFieldColor(system));
+    if (own != palette())
+        setPalette(own);
 }
 
 } // namespace kavendra

@@ -11,12 +11,17 @@ namespace kavendra {
 /// The field that the query is typed into. It keeps the focus while one works: the keys that mean the table
 /// go to the callbacks, all others edit. While an input method composes, every key belongs to the
 /// composition.
+///
+/// With selectAllOnFocus the whole text is selected, ready to be typed over, when the field gains the focus
+/// and when its window is activated again; a click that brings the focus does so once the button is released.
 class SearchField final : public QLineEdit {
 public:
     explicit SearchField(QWidget* parent = nullptr);
 
+    bool selectAllOnFocus = false;
+
     std::function<void(std::string text)> onTextChange;
-    std::function<void(std::string_view line)> onDebugLog;
+    std::function<void(std::string_view line)> onDebugLog; ///< may be empty
     std::function<void()> onSubmit;
     std::function<void()> onMoveUp;
     std::function<void()> onMoveDown;
@@ -29,15 +34,30 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
     const std::function<void()>* callbackFor(const QKeyEvent& event) const;
-    void tintIcon();
+    void gainFocus(Qt::FocusReason reason);
+    void notePress(int clicks);
+    void scheduleSelectAll(int deferrals);
+    void selectWholeText();
+    void applyColors();
+
+    template <typename... Pieces>
+    void debugLog(const Pieces&... pieces) const;
 
     QAction* icon = nullptr;
     bool isComposing = false;
+    bool isFirstResponder = false; ///< it has the focus within its window, active or not
+    bool shouldSelectAllAfterMouseDown = false;
+    int selectAllRequest = 0; ///< what is scheduled counts only while this stays the same
+    int clickCount = 0;       ///< of the press that is going on
 };
 
 } // namespace kavendra

@@ -112,4 +112,105 @@ TEST_F(SearchFieldTest, showingTheSameTextLeavesTheCaretAlone) {
     EXPECT_EQ(takeEvents(), "") << "what came from outside is not reported back";
 }
 
+namespace {
+
+/// A field beside another widget in a window that is active.
+class SearchFieldFocusTest : public testing::Test {
+protected:
+    SearchFieldFocusTest() {
+        window.resize(600, 100);
+        field.setParent(&window);
+        other.setParent(&window);
+        field.resize(300, 40);
+        other.setGeometry(310, 0, 100, 40);
+        field.onTextChange = [](const std::string&) {};
+        field.showText("abc def");
+        other.setFocus();
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        field.onDebugLog = [this](std::string_view line) { lines.emplace_back(line); };
+    }
+
+    QString selectedAfterEvents() {
+        for (int turn = 0; turn < 3; ++turn)
+            QCoreApplication::processEvents();
+        return field.selectedText();
+    }
+
+    void click() { QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(60, 20)); }
+
+    QWidget window;
+    SearchField field;
+    QLineEdit other;
+    std::vector<std::string> lines;
+};
+
+} // namespace
+
+TEST_F(SearchFieldFocusTest, withoutTheSettingNothingIsSelectedByItself) {
+    field.setFocus(Qt::TabFocusReason);
+    field.deselect();
+    click();
+    EXPECT_EQ(selectedAfterEvents(), "");
+    EXPECT_EQ(lines, (std::vector<std::string>{
+                         "SearchField becomeFirstResponder start selectAllOnFocus=false "
+                         "shouldSelectAllAfterMouseDown=false",
+                         "SearchField becomeFirstResponder end becameFirstResponder=true",
+                         "SearchField mouseDown clickCount=1 shouldSelectAllAfterMouseDown=false"}));
+}
+
+TEST_F(SearchFieldFocusTest, withTheSettingTabSelectsAll) {
+    field.selectAllOnFocus = true;
+    field.setFocus(Qt::OtherFocusReason);
+    EXPECT_EQ(selectedAfterEvents(), "abc def");
+    ASSERT_EQ(lines.size(), 5U);
+    EXPECT_EQ(lines[2], "SearchField becomeFirstResponder currentEventType=none isMouseDrivenFocus=false");
+    EXPECT_EQ(lines[3], "SearchField selectAllText via editor before={7, 0}");
+    EXPECT_EQ(lines[4], "SearchField selectAllText via editor after={0, 7}");
+}
+
+TEST_F(SearchFieldFocusTest, aClickThatBringsTheFocusSelectsAllAndALaterOneDoesNot) {
+    field.selectAllOnFocus = true;
+    field.setFocus(Qt::MouseFocusReason); // what the application does before it delivers the press
+    click();
+    EXPECT_EQ(selectedAfterEvents(), "abc def");
+    click();
+    EXPECT_EQ(selectedAfterEvents(), "");
+}
+
+TEST_F(SearchFieldFocusTest, aDoubleClickThatBringsTheFocusLeavesTheWord) {
+    field.selectAllOnFocus = true;
+    field.setFocus(Qt::MouseFocusReason);
+    const QPoint inFirstWord(38, 20); // behind the icon
+    QTest::mouseClick(&field, Qt::LeftButton, {}, inFirstWord);
+    QTest::mouseDClick(&field, Qt::LeftButton, {}, inFirstWord);
+    QTest::mouseRelease(&field, Qt::LeftButton, {}, inFirstWord);
+    EXPECT_EQ(selectedAfterEvents(), "abc");
+}
+
+TEST_F(SearchFieldFocusTest, aWindowThatIsActivatedAgainSelectsAllAgain) {
+    field.setFocus(Qt::OtherFocusReason);
+    field.selectAllOnFocus = true;
+    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    field.deselect();
+    QApplication::sendEvent(&field, &away);
+    lines.clear();
+    QApplication::sendEvent(&field, &back);
+    EXPECT_EQ(selectedAfterEvents(), "abc def");
+    EXPECT_EQ(lines.front(), "SearchField windowDidBecomeKey reselect");
+    QFocusEvent menuClosed(QEvent::FocusIn, Qt::PopupFocusReason);
+    field.deselect();
+    QApplication::sendEvent(&field, &menuClosed);
+    EXPECT_EQ(selectedAfterEvents(), "") << "a menu that closes is no return to the window";
+}
+
+TEST_F(SearchFieldFocusTest, selectingNeverEndsAComposition) {
+    field.selectAllOnFocus = true;
+    field.setFocus(Qt::OtherFocusReason);
+    QInputMethodEvent composing("に", {});
+    QApplication::sendEvent(&field, &composing);
+    EXPECT_EQ(selectedAfterEvents(), "");
+}
+
 } // namespace kavendra
