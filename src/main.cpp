@@ -3,6 +3,7 @@
 #include "ui/ContentView.h"
 #include "ui/Icon.h"
 #include "ui/MainWindow.h"
+#include "ui/Translation.h"
 
 #include <QApplication>
 
@@ -20,6 +21,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(QStringLiteral("kavendra"));
     QApplication::setDesktopFileName(QStringLiteral("kavendra"));
     QApplication::setWindowIcon(applicationIcon());
+    installTranslations();
 
     const auto desktop = makeDesktop(processes);
     const QString builtinFile =

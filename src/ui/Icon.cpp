@@ -6,11 +6,6 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
-// Has to stand outside every namespace. The linker leaves a static library's resources out unless asked.
-static void initializeResources() {
-    Q_INIT_RESOURCE(icons);
-}
-
 namespace kavendra {
 
 namespace {
@@ -40,7 +35,6 @@ private:
 
 /// Returns the SVG of that name, empty when there is none.
 QByteArray iconSource(const QString& name) {
-    initializeResources();
     QFile file(":/icons/" + name + ".svg");
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

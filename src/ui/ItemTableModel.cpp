@@ -40,9 +40,14 @@ int ItemTableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ItemTableModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || role != Qt::DisplayRole)
+    if (!index.isValid())
         return {};
-    return singleLine(text(index.row(), index.column()));
+    if (role == Qt::DisplayRole)
+        return singleLine(text(index.row(), index.column()));
+    // The first cell stands for its row: a screen reader says what it is and what it does.
+    if (role == Qt::AccessibleTextRole && index.column() == 0)
+        return singleLine(text(index.row(), 0)) + ", " + singleLine(text(index.row(), 1));
+    return {};
 }
 
 QVariant ItemTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -2,6 +2,7 @@
 
 #include "ui/Colors.h"
 #include "ui/DisplayText.h"
+#include "ui/Translation.h"
 
 #include <QEvent>
 #include <QHBoxLayout>
@@ -65,10 +66,10 @@ void MainWindow::layOut() {
     stack->addLayout(lines);
 
     SearchField& field = searchBar->searchField();
-    field.setPlaceholderText(tr("Search Title, Command, Params, Keywords"));
-    field.setAccessibleName(tr("Search"));
-    table->setAccessibleName(tr("Launch items"));
-    statusLine->setAccessibleName(tr("Status"));
+    field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));
+    field.setAccessibleName(translated("Search"));
+    table->setAccessibleName(translated("Launch items"));
+    statusLine->setAccessibleName(translated("Status"));
     itemCount->setObjectName("itemCount");
     statusMessage->setObjectName("statusMessage");
     debugSummary->setObjectName("debugSummary");
@@ -119,7 +120,7 @@ void MainWindow::showState() {
     searchBar->searchField().showText(state.searchText);
     searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
     table->show(state);
-    itemCount->setText(tr("%1 items").arg(state.filteredRows->size()));
+    itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     statusMessage->showText(singleLine(state.lastActionMessage));
     statusLine->setVisible(state.appSettings.showStatusMessage);
     debugSummary->showText(singleLine(content.debugSummary()));
