@@ -1,9 +1,9 @@
 #include "launch/Launcher.h"
 
 #include "data/LaunchError.h"
-#include "launch/Executables.h"
 #include "launch/Params.h"
 #include "launch/WebAddress.h"
+#include "platform/Executables.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"

@@ -19,6 +19,8 @@ namespace kavendra {
 
 namespace {
 
+constexpr std::size_t copyPieceSize = std::size_t{256} << 10;
+
 std::optional<struct stat> statusOf(const std::string& path) {
     struct stat status{};
     if (path.find('\0') != std::string::npos || stat(path.c_str(), &status) != 0)
@@ -76,6 +78,24 @@ Result<void> overwrite(const FileDescriptor& file, const std::string& path, std:
     return {};
 }
 
+/// Writes the rest of one open file to another.
+Result<void> copyContent(const FileDescriptor& from, const std::string& source, const FileDescriptor& to,
+                         const std::string& destination) {
+    std::vector<char> piece(copyPieceSize);
+    for (;;) {
+        const ssize_t count = read(from.get(), piece.data(), piece.size());
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return systemFailure(source, errno);
+        if (count == 0)
+            return {};
+        const std::string_view content(piece.data(), static_cast<std::size_t>(count));
+        if (auto written = writeAll(to, destination, content); !written)
+            return written;
+    }
+}
+
 /// The permissions that a new file of this process gets.
 mode_t newFileMode() {
     const mode_t mask = umask(0);
@@ -97,6 +117,18 @@ bool isDirectory(const std::string& path) {
 bool isExecutableFile(const std::string& path) {
     const auto status = statusOf(path);
     return status && !S_ISDIR(status->st_mode) && access(path.c_str(), X_OK) == 0;
+}
+
+std::string absolutePath(const std::string& path) {
+    std::error_code failed;
+    const std::filesystem::path whole = std::filesystem::absolute(path, failed);
+    if (failed)
+        return path;
+    std::string result;
+    for (const std::filesystem::path& component : whole.relative_path())
+        if (!component.empty() && component != ".")
+            result.append("/").append(component.native());
+    return result.empty() ? "/" : result;
 }
 
 Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize) {
@@ -186,6 +218,29 @@ Result<void> writeFileAtomically(const std::string& path, std::string_view conte
     if (!written)
         unlink(temporary.c_str());
     return written;
+}
+
+Result<void> copyFile(const std::string& source, const std::string& destination) {
+    const auto from = openFile(source, O_RDONLY);
+    if (!from)
+        return std::unexpected(from.error());
+    if (const auto size = regularFileSize(*from, source); !size)
+        return std::unexpected(size.error());
+    const auto to = openFile(destination, O_WRONLY | O_CREAT | O_EXCL, 0600);
+    if (!to)
+        return std::unexpected(to.error());
+    const auto copied = copyContent(*from, source, *to, destination);
+    if (!copied)
+        unlink(destination.c_str());
+    return copied;
+}
+
+Result<void> setPermissions(const std::string& path, unsigned permissions) {
+    if (path.find('\0') != std::string::npos)
+        return systemFailure(path, EINVAL);
+    if (chmod(path.c_str(), static_cast<mode_t>(permissions)) != 0)
+        return systemFailure(path, errno);
+    return {};
 }
 
 Result<void> appendToFile(const std::string& path, std::string_view content) {

@@ -15,6 +15,10 @@ bool isDirectory(const std::string& path);
 /// Whether `path` is a file that this process may execute (a directory is not).
 bool isExecutableFile(const std::string& path);
 
+/// Returns `path` from the root on, without empty and "." components. A ".." stays, because behind a link it
+/// does not lead back. A path that cannot be made absolute comes back as it is.
+std::string absolutePath(const std::string& path);
+
 /// Reads a whole regular file of at most `maximumSize` bytes. Anything that is not a regular file (a
 /// directory, a pipe, a device) fails at once, without being read; so does a larger file (EFBIG).
 Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize);
@@ -31,6 +35,13 @@ Result<void> writeFileInPlace(const std::string& path, std::string_view content)
 
 /// Replaces a file through a temporary one beside it: a reader sees the old content or the new, never a part.
 Result<void> writeFileAtomically(const std::string& path, std::string_view content);
+
+/// Copies the content of a regular file to a new file, which only its owner may read and write. Fails when
+/// something stands at `destination` (EEXIST); a copy that fails half-way is removed.
+Result<void> copyFile(const std::string& source, const std::string& destination);
+
+/// Sets the permissions of a file or directory; `permissions` are the POSIX bits, as for chmod.
+Result<void> setPermissions(const std::string& path, unsigned permissions);
 
 /// Appends to an existing regular file.
 Result<void> appendToFile(const std::string& path, std::string_view content);

@@ -145,4 +145,56 @@ TEST(Files, aDirectoryIsNotExecutable) {
     EXPECT_FALSE(isExecutableFile("/etc/passwd"));
 }
 
+TEST(Files, copiesRegularFilesOnly) {
+    const TemporaryDirectory directory;
+    const std::string content(1000001, 'x');
+    const std::string source = directory.write("a \"b\" \xFF", content);
+    const std::string copy = directory.path("-copy");
+    ASSERT_EQ(symlink(source.c_str(), directory.path("link").c_str()), 0);
+    ASSERT_EQ(symlink("nowhere", directory.path("dangling").c_str()), 0);
+    ASSERT_EQ(mkfifo(directory.path("pipe").c_str(), 0600), 0);
+
+    ASSERT_TRUE(copyFile(directory.path("link"), copy));
+    EXPECT_EQ(directory.read("-copy"), content);
+    EXPECT_FALSE(std::filesystem::is_symlink(copy));
+    EXPECT_EQ(reasonOf(copyFile(source, copy)), copy + ": File exists");
+    EXPECT_EQ(reasonOf(copyFile(source, directory.path("dangling"))),
+              directory.path("dangling") + ": File exists");
+
+    const std::string next = directory.path("next");
+    EXPECT_EQ(reasonOf(copyFile(directory.path("pipe"), next)),
+              directory.path("pipe") + ": Invalid argument");
+    EXPECT_EQ(reasonOf(copyFile(directory.path(), next)), directory.path() + ": Is a directory");
+    EXPECT_EQ(reasonOf(copyFile(source, directory.path("none/next"))),
+              directory.path("none/next") + ": No such file or directory");
+    {
+        const ScopedFileSizeLimit limit(500000);
+        EXPECT_EQ(reasonOf(copyFile(source, next)), next + ": File too large");
+    }
+    EXPECT_FALSE(exists(next)) << "nothing is left of a copy that failed";
+}
+
+TEST(Files, setsPermissions) {
+    const TemporaryDirectory directory;
+    const std::string file = directory.write("file", "");
+    ASSERT_TRUE(setPermissions(file, 0444));
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0444));
+    EXPECT_EQ(reasonOf(setPermissions(directory.path("none"), 0444)),
+              directory.path("none") + ": No such file or directory");
+}
+
+TEST(Files, makesPathsAbsolute) {
+    const std::string here = std::filesystem::current_path();
+    const std::vector<std::pair<std::string, std::string>> cases{{"/", "/"},
+                                                                 {"///", "/"},
+                                                                 {"/a//b/./c/", "/a/b/c"},
+                                                                 {"/a/../b", "/a/../b"},
+                                                                 {"-rf", here + "/-rf"},
+                                                                 {"./x/", here + "/x"},
+                                                                 {".", here},
+                                                                 {"a b\n", here + "/a b\n"}};
+    for (const auto& [path, absolute] : cases)
+        EXPECT_EQ(absolutePath(path), absolute) << path;
+}
+
 } // namespace kavendra

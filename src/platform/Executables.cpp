@@ -1,12 +1,10 @@
-#include "launch/Executables.h"
+#include "platform/Executables.h"
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <system_error>
 #include <vector>
 
 namespace kavendra {
@@ -32,13 +30,6 @@ std::vector<std::string_view> searchDirectories(std::string_view searchPath) {
     return directories;
 }
 
-/// A program found through a relative directory must still be found when it is started elsewhere.
-std::string absolute(const std::string& path) {
-    std::error_code failed;
-    const std::filesystem::path result = std::filesystem::absolute(path, failed);
-    return failed ? path : result.string();
-}
-
 } // namespace
 
 std::optional<std::string> resolveExecutable(std::string_view name, std::string_view searchPath) {
@@ -50,7 +41,7 @@ std::optional<std::string> resolveExecutable(std::string_view name, std::string_
     for (const std::string_view directory : searchDirectories(searchPath)) {
         const std::string candidate = joinedPath(directory, path);
         if (isExecutableFile(candidate))
-            return absolute(candidate);
+            return absolutePath(candidate); // it may be started from elsewhere
     }
     return std::nullopt;
 }
