@@ -26,6 +26,15 @@ Result<std::string_view> outcome(std::string_view kind, const Result<void>& laun
     return kind;
 }
 
+/// Fails with the words of a program that did not succeed, with `name` when they cannot be read.
+Result<void> success(const ProgramOutcome& end, const std::string& name) {
+    if (end.succeeded)
+        return {};
+    const std::string& words = end.standardError;
+    return failure(LaunchError::scriptExecutionFailed,
+                   isValidUTF8(words) ? trimmed(words) : std::string_view(name));
+}
+
 } // namespace
 
 Launcher::Launcher(Desktop& systemDesktop, Processes& starter, LogLine logLine)
@@ -97,11 +106,14 @@ Result<void> Launcher::runProgramAndWait(const std::string& executable,
     const Result<ProgramOutcome> end = processes.runAndWait(executable, arguments);
     if (!end)
         return std::unexpected(end.error());
-    if (end->succeeded)
-        return {};
-    const std::string& words = end->standardError;
-    return failure(LaunchError::scriptExecutionFailed,
-                   isValidUTF8(words) ? trimmed(words) : std::string_view(executable));
+    return success(*end, executable);
+}
+
+Result<void> Launcher::openTerminal(const std::string& directory) {
+    const Result<ProgramOutcome> end = desktop.openTerminal(directory);
+    if (!end)
+        return std::unexpected(end.error());
+    return success(*end, directory);
 }
 
 } // namespace kavendra

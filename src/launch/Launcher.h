@@ -54,6 +54,10 @@ public:
     /// wrote to standard error, or its path when that is not UTF-8.
     Result<void> runProgramAndWait(const std::string& executable, const std::vector<std::string>& arguments);
 
+    /// Opens a terminal of the system in a directory. Fails like runProgramAndWait, as far as the system
+    /// waits for what opens it.
+    Result<void> openTerminal(const std::string& directory);
+
 private:
     Result<void> openExistingFile(const std::string& path);
     Result<void> openWebAddress(const std::string& url, std::string_view asTyped);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/Processes.h"
+#include "platform/Result.h"
+
 #include <functional>
 #include <string>
 
@@ -29,6 +32,13 @@ public:
 
     /// Shows a directory in the file manager. Returns whether the desktop took it.
     virtual bool showDirectory(const std::string& path) = 0;
+
+    /// Opens a terminal in a directory. Returns how the program that opens it ended, success where that is
+    /// not waited for; fails with the system's reason when it cannot be started.
+    virtual Result<ProgramOutcome> openTerminal(const std::string& directory) = 0;
+
+    /// Puts UTF-8 text in the place of what the clipboard holds; other bytes become replacement characters.
+    virtual void copyText(const std::string& text) = 0;
 
     /// Sets the appearance of the application and all its windows.
     virtual void setAppearance(Appearance appearance) = 0;

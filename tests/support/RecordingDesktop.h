@@ -20,9 +20,15 @@ public:
             failed();
     }
     bool showDirectory(const std::string& path) override { return answer("showDirectory " + path); }
+    Result<ProgramOutcome> openTerminal(const std::string& directory) override {
+        answer("openTerminal " + directory);
+        return terminalResult;
+    }
+    void copyText(const std::string& text) override { answer("copyText " + text); }
     void setAppearance(Appearance appearance) override { appearances.push_back(appearance); }
 
     bool accepts = true;
+    Result<ProgramOutcome> terminalResult = ProgramOutcome{.succeeded = true, .standardError = {}};
     std::set<std::string> applications;
     std::vector<std::string> calls;
     std::vector<Appearance> appearances;

@@ -1,15 +1,18 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
+#include "platform/Executables.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/ApplicationDirectory.h"
 #include "platform/desktop/FileManagerService.h"
 #include "platform/desktop/GLibHandles.h"
 #include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtClipboard.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
 namespace kavendra {
@@ -122,6 +125,22 @@ bool FreedesktopDesktop::showDirectory(const std::string& path) {
         return false;
     const std::string uri = fileURL(path);
     return askFileManagerToShow(uri) || openWithDefaultApplication(uri, processes.programEnvironment());
+}
+
+Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
+    for (const std::string_view name : {"xdg-terminal-exec", "x-terminal-emulator"}) {
+        const auto terminal = resolveExecutable(name, processes.variable("PATH"));
+        if (!terminal)
+            continue;
+        if (auto started = processes.start(*terminal, {}, directory); !started)
+            return std::unexpected(std::move(started.error()));
+        return ProgramOutcome{.succeeded = true, .standardError = {}};
+    }
+    return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
+}
+
+void FreedesktopDesktop::copyText(const std::string& text) {
+    putOnClipboard(text);
 }
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {

@@ -22,6 +22,9 @@ public:
     /// Asks the file manager of the session (org.freedesktop.FileManager1), else the default handler of the
     /// directory. One that has not answered after two seconds counts as having taken it.
     bool showDirectory(const std::string& path) override;
+    /// Starts xdg-terminal-exec, the freedesktop.org proposal, else Debian's x-terminal-emulator.
+    Result<ProgramOutcome> openTerminal(const std::string& directory) override;
+    void copyText(const std::string& text) override;
     void setAppearance(Appearance appearance) override;
 
 private:

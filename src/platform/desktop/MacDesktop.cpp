@@ -1,12 +1,16 @@
 #include "platform/desktop/MacDesktop.h"
 
 #include "platform/Files.h"
+#include "platform/TextDecoding.h"
 #include "platform/desktop/ApplicationDirectory.h"
 #include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtClipboard.h"
 
 namespace kavendra {
 
 namespace {
+
+constexpr const char* openTool = "/usr/bin/open";
 
 /// open(1) would read a relative path as an option when it begins with "-", as an address when it looks so.
 std::string unmistakable(const std::string& path) {
@@ -16,7 +20,7 @@ std::string unmistakable(const std::string& path) {
 } // namespace
 
 bool MacDesktop::open(const std::vector<std::string>& arguments) {
-    const Result<ProgramOutcome> outcome = processes.runAndWait("/usr/bin/open", arguments);
+    const Result<ProgramOutcome> outcome = processes.runAndWait(openTool, arguments);
     return outcome && outcome->succeeded;
 }
 
@@ -45,6 +49,18 @@ bool MacDesktop::showDirectory(const std::string& path) {
     if (isApplicationDirectory(path))
         return open({"-R", unmistakable(path)});
     return open({unmistakable(path)});
+}
+
+Result<ProgramOutcome> MacDesktop::openTerminal(const std::string& directory) {
+    Result<ProgramOutcome> outcome =
+        processes.runAndWait(openTool, {"-a", "Terminal", unmistakable(directory)});
+    if (outcome && !isValidUTF8(outcome->standardError))
+        outcome->standardError = openTool;
+    return outcome;
+}
+
+void MacDesktop::copyText(const std::string& text) {
+    putOnClipboard(text);
 }
 
 void MacDesktop::setAppearance(Appearance appearance) {

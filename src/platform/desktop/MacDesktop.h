@@ -18,6 +18,8 @@ public:
     void openURLWithApplication(const std::string& url, const std::string& applicationPath,
                                 std::function<void()> failed) override;
     bool showDirectory(const std::string& path) override;
+    Result<ProgramOutcome> openTerminal(const std::string& directory) override;
+    void copyText(const std::string& text) override;
     void setAppearance(Appearance appearance) override;
 
 private:

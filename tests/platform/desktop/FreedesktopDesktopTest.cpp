@@ -148,4 +148,33 @@ TEST_F(FreedesktopDesktopTest, doesNotWaitLongForAFileManagerThatHangs) {
     EXPECT_EQ(surroundings.record(), "");
 }
 
+TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
+    const std::string place = directory.path("-a \"b\"\n\xFF");
+    const std::string programs = directory.path("programs");
+    // It ends only once the test has gone on.
+    const std::string script = "#!/bin/sh\nwhile [ ! -e '" + directory.path("go") +
+                               "' ]; do sleep 0.05; done\npwd > '" + directory.path("record") + "'\n";
+    std::filesystem::create_directories(place);
+    std::filesystem::create_directories(programs);
+    Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
+    FreedesktopDesktop terminals(withTerminals);
+    const auto addTerminal = [&](const std::string& name) {
+        std::filesystem::permissions(directory.write("programs/" + name, script),
+                                     std::filesystem::perms::owner_all);
+    };
+    for (const std::string name : {"x-terminal-emulator", "xdg-terminal-exec"}) {
+        addTerminal(name);
+        std::filesystem::remove(directory.path("record"));
+        std::filesystem::remove(directory.path("go"));
+        const auto terminal = terminals.openTerminal(place);
+        ASSERT_TRUE(terminal && terminal->succeeded) << name;
+        directory.write("go", "");
+        EXPECT_TRUE(eventually([&] { return directory.read("record") == place + "\n"; })) << name;
+    }
+
+    const auto opened = terminals.openTerminal(directory.path("missing"));
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(opened.error().description, directory.path("missing") + ": No such file or directory");
+}
+
 } // namespace kavendra

@@ -23,6 +23,7 @@ TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
     EXPECT_TRUE(desktop.showDirectory(directory.path("folder")));
     EXPECT_TRUE(desktop.showDirectory(directory.path("Safari.APP")));
     EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
+    EXPECT_TRUE(desktop.openTerminal("/a/b c"));
     EXPECT_EQ(failures, 0);
     EXPECT_EQ(processes.calls,
               (std::vector<std::string>{
@@ -32,6 +33,7 @@ TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
                   "run /usr/bin/open|-a|" + directory.path("Safari.APP") + "|https://example.org/",
                   "run /usr/bin/open|" + directory.path("folder"),
                   "run /usr/bin/open|-R|" + directory.path("Safari.APP"),
+                  "run /usr/bin/open|-a|Terminal|/a/b c",
               }));
 }
 
@@ -49,6 +51,17 @@ TEST(MacDesktop, passesOnThatTheToolFailedOrIsMissing) {
         desktop.openURLWithApplication("https://example.org/", "/A.app", [&failures] { ++failures; });
         EXPECT_EQ(failures, 1);
     }
+}
+
+TEST(MacDesktop, givesTheToolsWordsAboutATerminal) {
+    RecordingProcesses processes;
+    MacDesktop desktop(processes);
+    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "no Terminal"};
+    EXPECT_EQ(desktop.openTerminal("/a")->standardError, "no Terminal");
+    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "\xFF"};
+    EXPECT_EQ(desktop.openTerminal("/a")->standardError, "/usr/bin/open");
+    processes.runResult = std::unexpected(Error{"missing"});
+    EXPECT_FALSE(desktop.openTerminal("/a"));
 }
 
 } // namespace kavendra
