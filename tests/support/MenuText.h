@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/Menu.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace kavendra {
+
+/// Returns what an entry reads in English.
+inline std::string titleOf(const MenuEntry& entry) {
+    std::string title = entry.title;
+    if (const std::size_t place = title.find("%1"); place != std::string::npos)
+        title.replace(place, 2, entry.titleArgument);
+    return title;
+}
+
+/// Returns a menu as one line: the entries with ", " between them, disabled ones in parentheses, a submenu in
+/// brackets behind its title, "-" for a separator.
+inline std::string menuText(const Menu& menu) {
+    std::string text;
+    for (const MenuEntry& entry : menu) {
+        if (!text.empty())
+            text += ", ";
+        if (entry.isSeparator())
+            text += "-";
+        else if (!entry.submenu.empty())
+            text += titleOf(entry) + " [" + menuText(entry.submenu) + "]";
+        else
+            text += entry.isEnabled ? titleOf(entry) : "(" + titleOf(entry) + ")";
+    }
+    return text;
+}
+
+/// Returns the entry with that title, also one of a submenu, whether enabled or not.
+inline const MenuEntry* findEntry(const Menu& menu, const std::string& title) {
+    for (const MenuEntry& entry : menu) {
+        if (!entry.isSeparator() && titleOf(entry) == title && entry.action)
+            return &entry;
+        if (const MenuEntry* found = findEntry(entry.submenu, title))
+            return found;
+    }
+    return nullptr;
+}
+
+/// Does what choosing the entry would do, also of one that is disabled.
+inline void choose(const Menu& menu, const std::string& title) {
+    const MenuEntry* entry = findEntry(menu, title);
+    if (!entry)
+        throw std::runtime_error("no entry " + title);
+    entry->action();
+}
+
+} // namespace kavendra
