@@ -4,6 +4,7 @@
 #include "ui/Icon.h"
 #include "ui/MainWindow.h"
 #include "ui/Translation.h"
+#include "ui/WindowMenus.h"
 
 #include <QApplication>
 
@@ -27,7 +28,8 @@ int main(int argc, char* argv[]) {
     const QString builtinFile =
         QApplication::applicationDirPath() + QStringLiteral("/" KAVENDRA_RESOURCES "/Built-in.csv");
     ContentView content(*desktop, processes, configurationDirectoryPath(), builtinFile.toStdString());
-    MainWindow window(content);
+    WindowMenus menus(content, *desktop, processes);
+    MainWindow window(content, menus);
     window.show();
     return QApplication::exec();
 }

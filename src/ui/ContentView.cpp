@@ -172,6 +172,13 @@ void ContentView::reportFailure(const std::string& message) {
     stateChanged();
 }
 
+void ContentView::report(const ActionOutcome& outcome) {
+    if (outcome)
+        setStatus(*outcome);
+    else
+        reportFailure(outcome.error().description);
+}
+
 void ContentView::dismissErrorDialog() {
     current.errorDialogMessage.reset();
     stateChanged();

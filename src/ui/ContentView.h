@@ -3,6 +3,7 @@
 #include "config/LaunchSettings.h"
 #include "config/StateFile.h"
 #include "data/ItemList.h"
+#include "launch/ActionOutcome.h"
 #include "launch/Launcher.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
@@ -82,6 +83,8 @@ public:
     void setStatus(std::string message);
     /// Shows a failure in the status line and in the error dialog, and writes it to the log.
     void reportFailure(const std::string& message);
+    /// Shows how an action ended: a message in the status line, or a failure as reportFailure does.
+    void report(const ActionOutcome& outcome);
     void dismissErrorDialog();
     /// Writes one line to the log; when that fails only the status line says so.
     void appendLogLine(std::string_view message);

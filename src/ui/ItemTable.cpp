@@ -3,7 +3,9 @@
 #include "ui/DisplayText.h"
 #include "ui/ItemCellDelegate.h"
 #include "ui/ItemTableHeader.h"
+#include "ui/MenuBuilder.h"
 
+#include <QContextMenuEvent>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -25,6 +27,13 @@ constexpr int minimumColumnWidth = 48;
 constexpr int rowPadding = 10; ///< above and below the text of a row, together
 constexpr double widthTolerance = 0.5;
 
+/// Returns what identifies a column, nothing for the place where there is none.
+std::optional<std::string> columnIdentifier(int column) {
+    if (column < 0)
+        return std::nullopt;
+    return itemColumns[static_cast<std::size_t>(column)].identifier;
+}
+
 } // namespace
 
 ItemTable::ItemTable(QWidget* parent) : QTableView(parent) {
@@ -40,7 +49,6 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent) {
     setCornerButtonEnabled(false);
     setHorizontalScrollMode(ScrollPerPixel);
     setAutoScroll(false); // it would scroll sideways too
-    setContextMenuPolicy(Qt::NoContextMenu);
 
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -130,6 +138,8 @@ void ItemTable::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         if (!event->isAutoRepeat())
             activateSelectedRow();
+    } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        showMenuOfSelectedRow(); // the menu key of keyboards that have none
     } else if (command && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
         if (lastRow >= 0)
             selectOnly(event->key() == Qt::Key_Up ? 0 : lastRow);
@@ -165,6 +175,34 @@ void ItemTable::mouseReleaseEvent(QMouseEvent* event) {
 
 void ItemTable::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
+}
+
+void ItemTable::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard)
+        showMenuOfSelectedRow();
+    else
+        showMenuAt(event->pos());
+}
+
+/// Opens the menu of what is at a point of the viewport.
+void ItemTable::showMenuAt(const QPoint& position) {
+    const QPoint global = viewport()->mapToGlobal(position);
+    const int row = rowAt(position.y());
+    if (row < 0)
+        return showMenu(generalMenuProvider(), *this, global);
+    selectOnly(row);
+    const int column = columnAt(position.x());
+    showMenu(itemMenuProvider(rowsModel.item(row), columnIdentifier(column)), *this, global);
+}
+
+void ItemTable::showMenuOfSelectedRow() {
+    const int row = selectedRow();
+    if (row < 0)
+        return showMenu(generalMenuProvider(), *this, viewport()->mapToGlobal(QPoint()));
+    scrollToRow(row);
+    const int below = rowViewportPosition(row) + rowHeight(row);
+    showMenu(itemMenuProvider(rowsModel.item(row), std::nullopt), *this,
+             viewport()->mapToGlobal(QPoint(0, below)));
 }
 
 bool ItemTable::viewportEvent(QEvent* event) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/StateFile.h"
+#include "platform/Menu.h"
 #include "ui/ItemTableModel.h"
 
 #include <QTableView>
@@ -19,6 +20,12 @@ public:
     std::function<void(const std::optional<UUID>&)> onSelect;
     std::function<void(const std::string& columnIdentifier, double width)> onColumnWidthChange;
 
+    /// Asked for the menu of a row; there is no column when it was opened outside all of them or by a key.
+    std::function<Menu(const LaunchItem&, const std::optional<std::string>& columnIdentifier)>
+        itemMenuProvider;
+    /// Asked for the menu of where there is no row.
+    std::function<Menu()> generalMenuProvider;
+
     /// Shows the state's rows, selection and column widths.
     void show(const ContentViewState& state);
 
@@ -28,6 +35,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -40,6 +48,8 @@ private:
     void reportColumnWidth(int column);
     void reportResizedColumns();
     void activateSelectedRow();
+    void showMenuAt(const QPoint& position);
+    void showMenuOfSelectedRow();
     int selectedRow() const;
     QString overflowText(const QModelIndex& index) const;
 

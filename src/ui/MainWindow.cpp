@@ -24,8 +24,8 @@ QFont caption(int steps) {
 
 } // namespace
 
-MainWindow::MainWindow(ContentView& content)
-    : content(content), searchBar(new SearchBar), table(new ItemTable), statusLine(new QWidget),
+MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
+    : content(content), menus(menus), searchBar(new SearchBar), table(new ItemTable), statusLine(new QWidget),
       itemCount(new QLabel), statusMessage(new ElidedLabel), debugSummary(new ElidedLabel),
       errorDialog(new ErrorDialog(this)) {
     setWindowTitle(QStringLiteral("kavendra"));
@@ -68,6 +68,8 @@ void MainWindow::layOut() {
     SearchField& field = searchBar->searchField();
     field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));
     field.setAccessibleName(translated("Search"));
+    searchBar->folderButton().setAccessibleName(translated("Search path"));
+    searchBar->folderButton().setToolTip(translated("Open or copy this path"));
     table->setAccessibleName(translated("Launch items"));
     statusLine->setAccessibleName(translated("Status"));
     itemCount->setObjectName("itemCount");
@@ -91,6 +93,11 @@ void MainWindow::wire() {
     table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
         content.updateColumnWidth(columnIdentifier, width);
     };
+    table->itemMenuProvider = [this](const LaunchItem& item, const std::optional<std::string>& column) {
+        return menus.itemMenu(item, column);
+    };
+    table->generalMenuProvider = [this] { return menus.generalMenu(); };
+    searchBar->folderButton().menuProvider = [this] { return menus.searchPathMenu(); };
     errorDialog->onDismiss = [this] { content.dismissErrorDialog(); };
     content.stateChanged = [this] { showState(); };
 }
@@ -119,6 +126,7 @@ void MainWindow::showState() {
     const ContentViewState& state = content.state();
     searchBar->searchField().showText(state.searchText);
     searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
+    searchBar->folderButton().setVisible(menus.hasSearchPath());
     table->show(state);
     itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     statusMessage->showText(singleLine(state.lastActionMessage));

@@ -5,6 +5,7 @@
 #include "ui/ErrorDialog.h"
 #include "ui/ItemTable.h"
 #include "ui/SearchBar.h"
+#include "ui/WindowMenus.h"
 
 #include <QWidget>
 
@@ -13,7 +14,8 @@ namespace kavendra {
 /// The one window: it shows the content view's state and hands what the person does on to it.
 class MainWindow final : public QWidget {
 public:
-    explicit MainWindow(ContentView& content);
+    /// Both must outlive this.
+    MainWindow(ContentView& content, WindowMenus& menus);
     ~MainWindow() override;
 
 protected:
@@ -27,6 +29,7 @@ private:
     void applyColors();
 
     ContentView& content;
+    WindowMenus& menus;
     SearchBar* searchBar;
     ItemTable* table;
     QWidget* statusLine;

@@ -21,7 +21,8 @@ protected:
     QString text(const char* name) { return window.findChild<QLabel*>(name)->text(); }
     QMessageBox& dialog() { return *window.findChild<QMessageBox*>(); }
 
-    MainWindow window{content};
+    WindowMenus menus{content, desktop, processes};
+    MainWindow window{content, menus};
 };
 
 } // namespace

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "launch/ExcelIntegration.h"
+#include "launch/ItemMenu.h"
+#include "launch/SearchPathMenu.h"
+#include "ui/ContentView.h"
+
+#include <optional>
+#include <string>
+
+namespace kavendra {
+
+/// The menus of the window, each made for the moment at which it is opened. What is chosen from them acts,
+/// and reports to the content view.
+class WindowMenus {
+public:
+    /// All three must outlive this, and this every menu.
+    WindowMenus(ContentView& contentView, Desktop& desktop, Processes& processes);
+
+    /// Whether the text of the search field names something that exists, so that there is a menu about it.
+    bool hasSearchPath() const;
+    Menu searchPathMenu();
+
+    /// `clickedColumnIdentifier` is none when the menu is opened in no column.
+    Menu itemMenu(const LaunchItem& item, const std::optional<std::string>& clickedColumnIdentifier);
+    /// For where the table has no row.
+    Menu generalMenu();
+
+private:
+    ItemMenuSource itemMenuSource();
+    ReportOutcome report();
+    void openDataDirectory();
+
+    ContentView& content;
+    Launcher launcher;
+    ExcelIntegration excel;
+    ItemActions itemActions;
+    SearchPathActions searchPathActions;
+};
+
+} // namespace kavendra

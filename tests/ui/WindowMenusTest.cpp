@@ -1,0 +1,77 @@
+#include "ui/WindowMenus.h"
+
+#include "tests/support/MenuText.h"
+#include "tests/ui/ContentViewFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace kavendra {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+
+class WindowMenusTest : public ContentViewFixture {
+protected:
+    WindowMenusTest() { content.appear(); }
+
+    WindowMenus menus{content, desktop, processes};
+};
+
+} // namespace
+
+TEST_F(WindowMenusTest, thereIsASearchPathExactlyWhileTheTextNamesSomething) {
+    EXPECT_FALSE(menus.hasSearchPath());
+    content.setSearchText("\"" + configuration.path("data") + "\"");
+    EXPECT_TRUE(menus.hasSearchPath());
+    choose(menus.searchPathMenu(), "Copy Filename");
+    EXPECT_THAT(desktop.calls, ElementsAre("copyText data"));
+    EXPECT_EQ(state().lastActionMessage, "Copied filename");
+    content.setSearchText(configuration.path("data.") + "x");
+    EXPECT_FALSE(menus.hasSearchPath());
+}
+
+TEST_F(WindowMenusTest, theSettingsProgramsAreOffered) {
+    LaunchSettings changed = state().appSettings;
+    changed.searchPathActions = {
+        {.appName = "Shell", .binaryPath = "sh", .targetType = SearchPathActionTargetType::directory}};
+    ASSERT_TRUE(content.saveSettings(changed));
+    content.setSearchText("/");
+    choose(menus.searchPathMenu(), "Open Directory with Shell");
+    EXPECT_EQ(processes.calls.size(), 1U);
+    EXPECT_EQ(state().lastActionMessage, "Opened directory with Shell");
+}
+
+TEST_F(WindowMenusTest, aRowsActionReportsAStatusOrAFailure) {
+    const LaunchItem gamma = content.filteredItems()[2]; // its command is "/"
+    const std::string logBefore = log();
+    choose(menus.itemMenu(gamma, "Title"), "Copy Cell Value");
+    EXPECT_EQ(state().lastActionMessage, "Copied Cell Value");
+    choose(menus.itemMenu(gamma, "Title"), "Open Data File (items.csv)");
+    EXPECT_THAT(desktop.calls,
+                ElementsAre("copyText gamma", "openFile " + configuration.path("data/items.csv")));
+    choose(menus.itemMenu(LaunchItem{}, "Title"), "Copy Cell Value");
+    EXPECT_EQ(state().lastActionMessage, "Nothing to copy");
+    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_EQ(log(), logBefore) << "neither successes nor what had no target are logged";
+
+    desktop.accepts = false;
+    choose(menus.itemMenu(gamma, "Title"), "Open Parent Directory");
+    EXPECT_EQ(state().errorDialogMessage, "Failed to open in Finder: /");
+    EXPECT_THAT(log(), EndsWith("] Failed to open in Finder: /\n"));
+}
+
+TEST_F(WindowMenusTest, theGeneralMenuReloadsAndOpensTheDataDirectory) {
+    writeItems("delta,,,\n");
+    choose(menus.generalMenu(), "Reload Data Files");
+    EXPECT_EQ(selectedTitle(), "delta");
+    choose(menus.generalMenu(), "Open Data Directory");
+    EXPECT_THAT(desktop.calls, ElementsAre("showDirectory " + configuration.path("data")));
+    EXPECT_EQ(state().lastActionMessage, "Opened config directory");
+    desktop.accepts = false;
+    choose(menus.generalMenu(), "Open Data Directory");
+    EXPECT_EQ(state().errorDialogMessage, "Failed to open in Finder: " + configuration.path("data"));
+}
+
+} // namespace kavendra
