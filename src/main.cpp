@@ -1,6 +1,7 @@
 #include "config/SettingsFile.h"
 #include "platform/desktop/SystemDesktop.h"
 #include "ui/ContentView.h"
+#include "ui/HeldEnterFilter.h"
 #include "ui/Icon.h"
 #include "ui/MainWindow.h"
 #include "ui/Translation.h"
@@ -23,6 +24,8 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral("kavendra"));
     QApplication::setWindowIcon(applicationIcon());
     installTranslations();
+    HeldEnterFilter heldEnter;
+    application.installEventFilter(&heldEnter);
 
     const auto desktop = makeDesktop(processes);
     const QString builtinFile =

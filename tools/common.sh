@@ -21,6 +21,23 @@ quietly() {
   rm -f "$output"
 }
 
+# display_answers: whether a window can be shown here. Asks no program, because none may be installed yet.
+display_answers() {
+  local number=${DISPLAY:-}
+  number=${number#*:}
+  number=${number%%.*}
+  case ${DISPLAY:-} in
+    '') ;;
+    :* | unix:*) [ -S "/tmp/.X11-unix/X$number" ] && return ;;
+    *) return ;; # on another machine
+  esac
+  case ${WAYLAND_DISPLAY:-} in
+    '') return 1 ;;
+    /*) [ -S "$WAYLAND_DISPLAY" ] ;;
+    *) [ -S "${XDG_RUNTIME_DIR:-}/$WAYLAND_DISPLAY" ] ;;
+  esac
+}
+
 # build_preset PRESET [CMAKE OPTIONS...]: configures and builds a preset of CMakePresets.json.
 build_preset() {
   local preset=$1

@@ -65,7 +65,8 @@ bool readOptionalActions(const json* member, std::vector<SearchPathAction>& acti
         return true;
     if (!member->is_array())
         return false;
-    actions.assign(member->size(), SearchPathAction{});
+    actions.clear();
+    actions.resize(member->size()); // each with an identity of its own
     return std::ranges::equal(*member, actions, readAction);
 }
 

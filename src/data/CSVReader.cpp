@@ -21,6 +21,9 @@ constexpr std::size_t maximumTextSize = std::numeric_limits<std::int32_t>::max()
 /// After this many rows the number of all rows is estimated, so that their table grows once, not ten times.
 constexpr std::size_t rowsBeforeEstimate = 4096;
 
+/// No more of a header goes to the log: a damaged file may be one header from its first byte to its last.
+constexpr std::size_t maximumHeaderLine = std::size_t{64} << 10;
+
 constexpr std::uint8_t notRequired = 0xFF;
 
 const LaunchError unterminatedQuote{LaunchError::invalidCSVFormat, "unterminated quote"};
@@ -90,13 +93,19 @@ public:
 
 private:
     void headerField(std::string_view name) {
-        if (fieldIndex++ > 0)
-            headerLine += " | ";
-        headerLine += name;
+        addToHeaderLine(fieldIndex++ > 0 ? " | " : "");
+        addToHeaderLine(name);
         const auto column =
             static_cast<std::size_t>(std::ranges::find(requiredColumns, name) - requiredColumns.begin());
         const bool counts = column < requiredColumns.size() && !std::exchange(hasColumn[column], true);
         columns.push_back(counts ? static_cast<std::uint8_t>(column) : notRequired);
+    }
+
+    void addToHeaderLine(std::string_view text) {
+        if (headerLine.size() + text.size() <= maximumHeaderLine)
+            headerLine += text;
+        else if (!headerLine.ends_with("…"))
+            headerLine += "…";
     }
 
     std::string_view value(CSVField field) {

@@ -6,7 +6,7 @@ namespace kavendra {
 
 std::optional<std::string> webAddressOf(std::string_view text) {
     std::optional<ParsedURL> url = parseURL(text);
-    if (!url || !url->hasHost || (url->scheme != "http" && url->scheme != "https"))
+    if (!url || (url->scheme != "http" && url->scheme != "https"))
         return std::nullopt;
     return std::move(url->encoded);
 }

@@ -7,6 +7,9 @@ namespace {
 // Wider than any column. Laying out a text costs time in proportion to its length.
 constexpr std::size_t maximumLineBytes = 2000;
 
+constexpr qsizetype breakEvery = 40;
+constexpr QChar zeroWidthSpace(0x200B);
+
 std::string_view shortened(std::string_view text, std::size_t maximum) {
     if (text.size() <= maximum)
         return text;
@@ -29,6 +32,22 @@ QString singleLine(std::string_view text) {
             character == QChar::ParagraphSeparator)
             character = u' ';
     return line;
+}
+
+QString breakable(QString text) {
+    qsizetype sinceSpace = 0;
+    for (qsizetype position = 0; position < text.size(); ++position) {
+        sinceSpace = text[position].isSpace() ? 0 : sinceSpace + 1;
+        if (sinceSpace >= breakEvery && !text[position].isHighSurrogate()) {
+            text.insert(++position, zeroWidthSpace);
+            sinceSpace = 0;
+        }
+    }
+    return text;
+}
+
+QString toolTipText(const QString& text) {
+    return text.isEmpty() ? text : "<qt>" + breakable(text).toHtmlEscaped() + "</qt>";
 }
 
 } // namespace kavendra

@@ -13,4 +13,11 @@ QString displayText(std::string_view text);
 /// than a widget could show of it is laid out.
 QString singleLine(std::string_view text);
 
+/// Returns `text` with places in its long words where a line may break: otherwise what shows it would have to
+/// be as wide as the word.
+QString breakable(QString text);
+
+/// Returns `text` for a tooltip: as it stands, where a tooltip would take markup in it for markup.
+QString toolTipText(const QString& text);
+
 } // namespace kavendra

@@ -1,5 +1,7 @@
 #include "ui/ElidedLabel.h"
 
+#include "ui/DisplayText.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -24,7 +26,7 @@ QSize ElidedLabel::minimumSizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QString line = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
     style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), line,
                           foregroundRole());
 }

@@ -4,7 +4,8 @@
 
 namespace kavendra {
 
-/// One line of plain text that is cut with an ellipsis where it does not fit, and never widens the window.
+/// One line of plain text that is cut in its middle where it does not fit (a message begins with what
+/// failed and ends with why), and never widens the window.
 /// The whole text is its accessible name, and its tooltip while it is cut.
 class ElidedLabel final : public QLabel {
 public:

@@ -6,24 +6,15 @@ namespace kavendra {
 
 namespace {
 
-constexpr qsizetype maximumMessageLength = 1000;
-constexpr qsizetype breakEvery = 40;
+// Of a longer message its middle is left out: it begins with what failed and ends with why.
+constexpr qsizetype shownOfBeginning = 700;
+constexpr qsizetype shownOfEnd = 300;
 
-/// A message that a dialog of bearable size can hold: a long one is cut, and a long word can be broken (at a
-/// zero width space), where a line would otherwise be as wide as the word.
 QString dialogText(const std::string& message) {
     QString text = displayText(message);
-    if (text.size() > maximumMessageLength)
-        text = text.left(maximumMessageLength) + u'…';
-    qsizetype sinceSpace = 0;
-    for (qsizetype position = 0; position < text.size(); ++position) {
-        sinceSpace = text[position].isSpace() ? 0 : sinceSpace + 1;
-        if (sinceSpace == breakEvery && !text[position].isHighSurrogate()) {
-            text.insert(++position, QChar(0x200B));
-            sinceSpace = 0;
-        }
-    }
-    return text;
+    if (text.size() > shownOfBeginning + shownOfEnd)
+        text = text.left(shownOfBeginning) + u'…' + text.right(shownOfEnd);
+    return breakable(std::move(text));
 }
 
 } // namespace

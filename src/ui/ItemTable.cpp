@@ -12,6 +12,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QToolTip>
@@ -67,8 +68,24 @@ void ItemTable::show(const ContentViewState& state) {
     const QScopedValueRollback synchronizing(isSynchronizingSelection, true);
     applyColumnWidths(state.appState.columnWidths);
     if (!rowsModel.shows(state.items, state.filteredRows))
-        rowsModel.setRows(state.items, state.filteredRows);
+        showRows(state);
     pushSelection(state);
+}
+
+void ItemTable::showRows(const ContentViewState& state) {
+    pressedRow.reset(); // another row may be under the pointer now
+    rowsModel.setRows(state.items, state.filteredRows);
+}
+
+// The selected row goes all the way across, also where the columns end before the window does.
+void ItemTable::paintEvent(QPaintEvent* event) {
+    if (const int row = selectedRow(); row >= 0) {
+        const auto group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
+        QPainter(viewport())
+            .fillRect(0, rowViewportPosition(row), viewport()->width(), rowHeight(row),
+                      palette().brush(group, QPalette::Highlight));
+    }
+    QTableView::paintEvent(event);
 }
 
 void ItemTable::applyColumnWidths(const ColumnWidths& widths) {
@@ -136,8 +153,7 @@ void ItemTable::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && pressedRow) {
         pressedRow.reset();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        if (!event->isAutoRepeat())
-            activateSelectedRow();
+        activateSelectedRow();
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         showMenuOfSelectedRow(); // the menu key of keyboards that have none
     } else if (command && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
@@ -148,12 +164,18 @@ void ItemTable::keyPressEvent(QKeyEvent* event) {
     }
 }
 
+/// Returns the row under the pointer, also right of the last column; -1 where there is none.
+int ItemTable::rowUnder(const QMouseEvent* event) const {
+    const QPoint position = event->position().toPoint();
+    return viewport()->rect().contains(position) ? rowAt(position.y()) : -1;
+}
+
 // A press selects at once; the row is launched when the button is released on it, without having left it.
 void ItemTable::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    const QModelIndex index = indexAt(event->position().toPoint());
-    pressedRow = index.isValid() ? std::optional(index.row()) : std::nullopt;
+    const int row = rowUnder(event);
+    pressedRow = row >= 0 ? std::optional(row) : std::nullopt;
     if (pressedRow)
         selectOnly(*pressedRow);
     else
@@ -161,7 +183,7 @@ void ItemTable::mousePressEvent(QMouseEvent* event) {
 }
 
 void ItemTable::mouseMoveEvent(QMouseEvent* event) {
-    if (pressedRow && rowAt(event->position().toPoint().y()) != *pressedRow)
+    if (pressedRow && rowUnder(event) != *pressedRow)
         pressedRow.reset();
 }
 
@@ -169,7 +191,7 @@ void ItemTable::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
     const auto row = std::exchange(pressedRow, std::nullopt);
-    if (row && indexAt(event->position().toPoint()).row() == *row)
+    if (row && rowUnder(event) == *row)
         onActivate(rowsModel.item(*row));
 }
 
@@ -209,10 +231,7 @@ bool ItemTable::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QTableView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const QString text = overflowText(indexAt(help->pos()));
-    // The text is escaped, because a tooltip would show markup from a data file as markup.
-    QToolTip::showText(help->globalPos(), text.isEmpty() ? text : "<qt>" + text.toHtmlEscaped() + "</qt>",
-                       viewport());
+    QToolTip::showText(help->globalPos(), toolTipText(overflowText(indexAt(help->pos()))), viewport());
     return true;
 }
 

@@ -37,10 +37,12 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void showRows(const ContentViewState& state);
     void applyColumnWidths(const ColumnWidths& widths);
     void pushSelection(const ContentViewState& state);
     void selectOnly(int row);
@@ -51,6 +53,7 @@ private:
     void showMenuAt(const QPoint& position);
     void showMenuOfSelectedRow();
     int selectedRow() const;
+    int rowUnder(const QMouseEvent* event) const;
     QString overflowText(const QModelIndex& index) const;
 
     ItemTableModel rowsModel;

@@ -23,15 +23,17 @@ QSize ItemTableHeader::sizeHint() const {
 }
 
 void ItemTableHeader::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
-    painter.setPen(separatorColor(palette()));
-    painter.drawLine(viewport()->rect().bottomLeft(), viewport()->rect().bottomRight());
-    painter.end();
     QHeaderView::paintEvent(event);
+    // Behind the last column the style has drawn what it thinks an empty header looks like.
+    const QRect rest = viewport()->rect().adjusted(length() - offset(), 0, 0, 0);
+    QPainter painter(viewport());
+    painter.fillRect(rest, palette().color(QPalette::Base));
+    painter.setPen(separatorColor(palette()));
+    painter.drawLine(rest.bottomLeft(), rest.bottomRight());
 }
 
 void ItemTableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
+    painter->fillRect(rect, palette().color(QPalette::Base));
     painter->setPen(separatorColor(palette()));
     painter->drawLine(rect.right(), rect.top() + dividerInset, rect.right(), rect.bottom() - dividerInset);
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());

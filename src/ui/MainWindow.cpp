@@ -108,6 +108,13 @@ void MainWindow::showEvent(QShowEvent* event) {
         content.appear();
 }
 
+// Before the window is on the screen, a window manager would put its dialog anywhere.
+void MainWindow::paintEvent(QPaintEvent* event) {
+    QWidget::paintEvent(event);
+    if (!std::exchange(isOnScreen, true))
+        QMetaObject::invokeMethod(this, [this] { showState(); }, Qt::QueuedConnection);
+}
+
 void MainWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
@@ -133,7 +140,8 @@ void MainWindow::showState() {
     statusLine->setVisible(state.appSettings.showStatusMessage);
     debugSummary->showText(singleLine(content.debugSummary()));
     debugSummary->setVisible(state.appSettings.showDebugSummary);
-    errorDialog->show(state.errorDialogMessage);
+    if (isOnScreen)
+        errorDialog->show(state.errorDialogMessage);
 }
 
 } // namespace kavendra

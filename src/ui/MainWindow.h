@@ -20,6 +20,7 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -38,6 +39,7 @@ private:
     ElidedLabel* debugSummary;
     ErrorDialog* errorDialog;
     bool hasAppeared = false;
+    bool isOnScreen = false;
 };
 
 } // namespace kavendra

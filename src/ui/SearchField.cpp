@@ -16,6 +16,9 @@ namespace kavendra {
 
 namespace {
 
+/// In UTF-16 units. Nobody types as much; what is pasted by mistake is cut.
+constexpr int maximumQueryLength = 32767;
+
 std::string_view textOf(bool flag) {
     return flag ? "true" : "false";
 }
@@ -35,6 +38,7 @@ bool isInterruption(Qt::FocusReason reason) {
 
 SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
+    setMaxLength(maximumQueryLength);
     icon = addAction(QIcon(), LeadingPosition);
     applyColors();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -76,8 +80,7 @@ const std::function<void()>* SearchField::callbackFor(const QKeyEvent& event) co
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // A key that is held down repeats; a program is to start once.
-        return event.isAutoRepeat() ? nullptr : &onSubmit;
+        return &onSubmit;
     case Qt::Key_Up:
         return plain ? &onMoveUp : command ? &onMoveToBeginning : nullptr;
     case Qt::Key_Down:

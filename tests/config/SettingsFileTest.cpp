@@ -62,6 +62,9 @@ TEST(SettingsFile, readsWhatIsThere) {
     EXPECT_FALSE(settings->showStatusMessage);
     ASSERT_EQ(settings->searchPathActions.size(), 1U);
     EXPECT_EQ(settings->searchPathActions[0].appName, "日本");
+    const std::string action = R"({"targetType": "File", "appName": "a", "binaryPath": "b"})";
+    const auto twice = loaded(settingsWith(", \"searchPathActions\": [" + action + ", " + action + "]"));
+    EXPECT_NE(twice->searchPathActions.at(0).id, twice->searchPathActions.at(1).id);
     EXPECT_TRUE(loaded(settingsWith(R"(, "searchPathActions": [])"))->searchPathActions.empty());
 }
 

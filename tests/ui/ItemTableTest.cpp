@@ -22,7 +22,7 @@ protected:
             widths.emplace_back(column, width);
         };
         content.appear();
-        table.resize(900, 300);
+        table.resize(1300, 300);
         table.QWidget::show();
         table.show(state());
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&table));
@@ -66,6 +66,9 @@ TEST_F(ItemTableTest, aCompletedClickSelectsAndLaunches) {
     deliver();
     EXPECT_EQ(activated, Titles{"beta"});
     EXPECT_EQ(selections, Titles{"beta"});
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, {table.viewport()->width() - 5, pointIn(1).y()});
+    EXPECT_EQ(activated.size(), 2U) << "right of the last column too";
+    activated.pop_back();
     QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, pointIn(1));
     QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, pointIn(1));
     EXPECT_EQ(activated.size(), 2U) << "each completed click counts";

@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include "tests/ui/ContentViewFixture.h"
+#include "ui/HeldEnterFilter.h"
 
 #include <QPushButton>
 #include <QTest>
@@ -69,6 +70,30 @@ TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
     EXPECT_TRUE(dialog().isVisible());
     QTest::mouseClick(dialog().button(QMessageBox::Ok), Qt::LeftButton);
     EXPECT_FALSE(dialog().isVisible());
+}
+
+// What X11 delivers for a held key: release and press of the same moment, not marked as repeats when the
+// focus has moved to the dialog meanwhile.
+TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
+    HeldEnterFilter filter;
+    qApp->installEventFilter(&filter);
+    shown();
+    QTest::keyClicks(&field(), "beta");
+    const auto send = [](QWidget& widget, QEvent::Type type, quint64 milliseconds, bool isRepeat) {
+        QKeyEvent event(type, Qt::Key_Return, {}, "\r", isRepeat);
+        event.setTimestamp(milliseconds);
+        QApplication::sendEvent(widget.windowHandle(), &event);
+    };
+    send(window, QEvent::KeyPress, 1000, false);
+    ASSERT_TRUE(dialog().isVisible());
+    send(dialog(), QEvent::KeyRelease, 1500, false);
+    send(dialog(), QEvent::KeyPress, 1500, false);
+    send(dialog(), QEvent::KeyPress, 1530, true);
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_EQ(state().lastActionMessage, "Command not found: missing-program");
+    send(dialog(), QEvent::KeyRelease, 1600, false);
+    send(dialog(), QEvent::KeyPress, 1900, false);
+    EXPECT_FALSE(dialog().isVisible()) << "a press of its own dismisses";
 }
 
 TEST_F(MainWindowTest, aMessageOfAnyLengthFitsTheScreen) {

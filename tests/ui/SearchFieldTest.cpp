@@ -72,12 +72,6 @@ TEST_F(SearchFieldTest, keysThatMeanTheTableDoNotEdit) {
     EXPECT_EQ(field.cursorPosition(), 0) << "Left and Home have moved the caret";
 }
 
-TEST_F(SearchFieldTest, aHeldEnterLaunchesOnce) {
-    QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", true);
-    QApplication::sendEvent(&field, &repeated);
-    EXPECT_EQ(takeEvents(), "");
-}
-
 TEST_F(SearchFieldTest, aCompositionNeitherLaunchesNorMovesNorLosesText) {
     QTest::keyClicks(&field, "a");
     compose("に");

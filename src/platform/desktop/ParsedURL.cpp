@@ -13,7 +13,6 @@ std::optional<ParsedURL> parseURL(std::string_view text) {
     if (!url.isValid())
         return std::nullopt;
     return ParsedURL{.scheme = url.scheme().toStdString(),
-                     .hasHost = !url.host().isEmpty(),
                      .encoded = url.toEncoded(QUrl::FullyEncoded).toStdString()};
 }
 

@@ -8,8 +8,7 @@ namespace kavendra {
 
 /// A text read as a URL (RFC 3986, RFC 3987).
 struct ParsedURL {
-    std::string scheme; ///< in lower case; empty for a relative reference
-    bool hasHost = false;
+    std::string scheme;  ///< in lower case; empty for a relative reference
     std::string encoded; ///< ASCII: percent-encoded where the text was not, the host in punycode
 };
 
