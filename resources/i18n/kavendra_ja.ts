@@ -64,6 +64,10 @@
         <translation>検索欄のパス</translation>
     </message>
     <message>
+        <source>Open or copy this path</source>
+        <translation>このパスを開く・コピーする</translation>
+    </message>
+    <message>
         <source>Select All Text on Focus</source>
         <translation>フォーカス時にテキストをすべて選択</translation>
     </message>

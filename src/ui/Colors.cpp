@@ -31,6 +31,18 @@ QColor separatorColor(const QPalette& palette) {
     return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.15F);
 }
 
+QPalette menuPalette(const QPalette& palette) {
+    if (!isDark(palette))
+        return palette;
+    QPalette menu = palette;
+    const QColor ground = searchBarColor(palette);
+    menu.setColor(QPalette::Base, ground);
+    menu.setColor(QPalette::Light, ground);
+    // Styles draw the outline in a darker shade of this.
+    menu.setColor(QPalette::Window, separatorColor(palette).lighter(180));
+    return menu;
+}
+
 QColor secondaryTextColor(const QPalette& palette) {
     return blended(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.35F);
 }

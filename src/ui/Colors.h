@@ -16,6 +16,10 @@ QColor searchFieldColor(const QPalette& palette);
 
 QColor separatorColor(const QPalette& palette);
 
+/// Returns the palette of a menu, which stands out from what it covers. In the dark its ground and its
+/// outline are lighter than the window's, and disabled text has no edge.
+QPalette menuPalette(const QPalette& palette);
+
 /// For text that is there to be looked up, not read first.
 QColor secondaryTextColor(const QPalette& palette);
 

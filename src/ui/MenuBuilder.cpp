@@ -1,5 +1,6 @@
 #include "ui/MenuBuilder.h"
 
+#include "ui/Colors.h"
 #include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
@@ -42,6 +43,7 @@ void addEntry(QMenu& menu, const MenuEntry& entry, QWidget& owner) {
 } // namespace
 
 void fillMenu(QMenu& menu, const Menu& entries, QWidget& owner) {
+    menu.setPalette(menuPalette(owner.palette()));
     menu.clear();
     qDeleteAll(menu.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly));
     for (const MenuEntry& entry : entries)
