@@ -1,0 +1,46 @@
+"""What the window of kavendra shows, through the accessibility bus, as a screen reader would read it."""
+
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+SECONDS_TO_WAIT = 10
+
+
+def descendants(accessible):
+    """All below an accessible but the cells of tables."""
+    for index in range(accessible.get_child_count()):
+        child = accessible.get_child_at_index(index)
+        if child is None:
+            continue
+        yield child
+        if child.get_role() != Atspi.Role.TABLE:
+            yield from descendants(child)
+
+
+def named(name):
+    """The first thing of that name that is on the screen, None when there is none."""
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        application = desktop.get_child_at_index(index)
+        if application is not None and application.get_name() == "kavendra":
+            for each in descendants(application):
+                if each.get_name() == name and each.get_state_set().contains(Atspi.StateType.SHOWING):
+                    return each
+    return None
+
+
+def wait_and_print(answer):
+    """Prints the first answer there is; ends with 1 when there is none within ten seconds."""
+    deadline = time.monotonic() + SECONDS_TO_WAIT
+    while time.monotonic() < deadline:
+        text = answer()
+        if text:
+            print(text)
+            sys.exit(0)
+        time.sleep(0.1)
+    sys.exit("nothing found on the accessibility bus")
