@@ -10,6 +10,14 @@ namespace kavendra {
 
 enum class Appearance { system, light, dark };
 
+/// What the desktop knows about starting kavendra at login.
+enum class StartupRegistrationStatus {
+    notRegistered,
+    enabled,
+    requiresApproval, ///< registered, but switched off in the desktop's own settings
+    notFound,         ///< there is no installed program that could be started
+};
+
 /// What the desktop does for an application. One implementation per system; each call answers at once.
 class Desktop {
 public:
@@ -42,6 +50,15 @@ public:
 
     /// Sets the appearance of the application and all its windows.
     virtual void setAppearance(Appearance appearance) = 0;
+
+    virtual StartupRegistrationStatus loginItemStatus() = 0;
+
+    /// Has the desktop start kavendra at login. That it succeeded does not say that it is enabled: the status
+    /// does.
+    virtual Result<void> registerLoginItem() = 0;
+
+    /// Undoes the registration; that there is none is no failure.
+    virtual Result<void> unregisterLoginItem() = 0;
 };
 
 } // namespace kavendra

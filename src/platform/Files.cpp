@@ -243,6 +243,14 @@ Result<void> setPermissions(const std::string& path, unsigned permissions) {
     return {};
 }
 
+Result<void> removeFile(const std::string& path) {
+    if (path.find('\0') != std::string::npos)
+        return systemFailure(path, EINVAL);
+    if (unlink(path.c_str()) != 0 && errno != ENOENT)
+        return systemFailure(path, errno);
+    return {};
+}
+
 Result<void> appendToFile(const std::string& path, std::string_view content) {
     const auto file = openFile(path, O_WRONLY | O_APPEND);
     if (!file)

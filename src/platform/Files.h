@@ -43,6 +43,9 @@ Result<void> copyFile(const std::string& source, const std::string& destination)
 /// Sets the permissions of a file or directory; `permissions` are the POSIX bits, as for chmod.
 Result<void> setPermissions(const std::string& path, unsigned permissions);
 
+/// Removes a file; a missing one is no error.
+Result<void> removeFile(const std::string& path);
+
 /// Appends to an existing regular file.
 Result<void> appendToFile(const std::string& path, std::string_view content);
 

@@ -22,6 +22,7 @@ void ContentView::appear() {
     // A load that stopped early has not come to these.
     applyAppearance();
     ensureSelection();
+    current.startupRegistrationStatus = desktop.loginItemStatus();
     stateChanged();
 }
 
@@ -158,6 +159,28 @@ bool ContentView::saveSettings(const LaunchSettings& settings) {
 
 void ContentView::applyAppearance() {
     desktop.setAppearance(appearance(current.appSettings.appearanceMode));
+}
+
+void ContentView::requestStartupChange() {
+    current.pendingStartupRegistrationAction = requestedStartupAction(current.startupRegistrationStatus);
+    stateChanged();
+}
+
+void ContentView::confirmStartupChange() {
+    const auto action = std::exchange(current.pendingStartupRegistrationAction, std::nullopt);
+    if (!action)
+        return;
+    const StartupChange change = changeStartupRegistration(desktop, *action);
+    current.startupRegistrationStatus = change.status;
+    if (change.message)
+        setStatus(*change.message);
+    else
+        reportFailure(change.message.error().description);
+}
+
+void ContentView::cancelStartupChange() {
+    current.pendingStartupRegistrationAction.reset();
+    stateChanged();
 }
 
 void ContentView::setStatus(std::string message) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/LaunchAtLogin.h"
 #include "config/LaunchSettings.h"
 #include "config/StateFile.h"
 #include "data/ItemList.h"
@@ -37,6 +38,9 @@ struct ContentViewState {
     LaunchSettings appSettings;
     LaunchState appState;
     bool hasResetLogForCurrentLaunch = false;
+    StartupRegistrationStatus startupRegistrationStatus = StartupRegistrationStatus::notRegistered;
+    /// The confirmation dialog is up exactly while this is set.
+    std::optional<StartupRegistrationAction> pendingStartupRegistrationAction;
 
     /// The rows of `items` that `searchText` keeps.
     std::shared_ptr<const std::vector<std::uint32_t>> filteredRows;
@@ -79,6 +83,11 @@ public:
     /// settings in force, when they cannot be written.
     bool saveSettings(const LaunchSettings& settings);
     void applyAppearance();
+
+    /// Asks the person to confirm that launch at login is to be switched on, or off when it is enabled.
+    void requestStartupChange();
+    void confirmStartupChange();
+    void cancelStartupChange();
 
     void setStatus(std::string message);
     /// Shows a failure in the status line and in the error dialog, and writes it to the log.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QMessageBox>
+#include "ui/MessageDialog.h"
 
 #include <functional>
 #include <optional>
@@ -8,9 +8,8 @@
 
 namespace kavendra {
 
-/// The dialog that a failure brings up, with one button. It never blocks: the window's state says whether it
-/// is up, and dismissing it is reported back there.
-class ErrorDialog final : public QMessageBox {
+/// The dialog that a failure brings up, with one button.
+class ErrorDialog final : public MessageDialog {
 public:
     explicit ErrorDialog(QWidget* parent);
 

@@ -27,7 +27,7 @@ QFont caption(int steps) {
 MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
     : content(content), menus(menus), searchBar(new SearchBar), table(new ItemTable), statusLine(new QWidget),
       itemCount(new QLabel), statusMessage(new ElidedLabel), debugSummary(new ElidedLabel),
-      errorDialog(new ErrorDialog(this)) {
+      errorDialog(new ErrorDialog(this)), confirmationDialog(new ConfirmationDialog(this)) {
     setWindowTitle(QStringLiteral("kavendra"));
     setMinimumSize(smallestSize);
     resize(defaultSize);
@@ -99,6 +99,8 @@ void MainWindow::wire() {
     table->generalMenuProvider = [this] { return menus.generalMenu(); };
     searchBar->folderButton().menuProvider = [this] { return menus.searchPathMenu(); };
     errorDialog->onDismiss = [this] { content.dismissErrorDialog(); };
+    confirmationDialog->onConfirm = [this] { content.confirmStartupChange(); };
+    confirmationDialog->onCancel = [this] { content.cancelStartupChange(); };
     content.stateChanged = [this] { showState(); };
 }
 
@@ -140,8 +142,10 @@ void MainWindow::showState() {
     statusLine->setVisible(state.appSettings.showStatusMessage);
     debugSummary->showText(singleLine(content.debugSummary()));
     debugSummary->setVisible(state.appSettings.showDebugSummary);
-    if (isOnScreen)
-        errorDialog->show(state.errorDialogMessage);
+    if (!isOnScreen)
+        return;
+    errorDialog->show(state.errorDialogMessage);
+    confirmationDialog->show(state.pendingStartupRegistrationAction);
 }
 
 } // namespace kavendra

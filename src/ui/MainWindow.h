@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/ConfirmationDialog.h"
 #include "ui/ContentView.h"
 #include "ui/ElidedLabel.h"
 #include "ui/ErrorDialog.h"
@@ -38,6 +39,7 @@ private:
     ElidedLabel* statusMessage;
     ElidedLabel* debugSummary;
     ErrorDialog* errorDialog;
+    ConfirmationDialog* confirmationDialog;
     bool hasAppeared = false;
     bool isOnScreen = false;
 };

@@ -26,17 +26,29 @@ public:
     }
     void copyText(const std::string& text) override { answer("copyText " + text); }
     void setAppearance(Appearance appearance) override { appearances.push_back(appearance); }
+    StartupRegistrationStatus loginItemStatus() override { return startupStatus; }
+    Result<void> registerLoginItem() override { return changeLoginItem("registerLoginItem"); }
+    Result<void> unregisterLoginItem() override { return changeLoginItem("unregisterLoginItem"); }
 
     bool accepts = true;
     Result<ProgramOutcome> terminalResult = ProgramOutcome{.succeeded = true, .standardError = {}};
     std::set<std::string> applications;
     std::vector<std::string> calls;
     std::vector<Appearance> appearances;
+    StartupRegistrationStatus startupStatus = StartupRegistrationStatus::notRegistered;
+    StartupRegistrationStatus startupStatusAfterChange = StartupRegistrationStatus::enabled;
+    Result<void> startupResult;
 
 private:
     bool answer(std::string call) {
         calls.push_back(std::move(call));
         return accepts;
+    }
+
+    Result<void> changeLoginItem(std::string call) {
+        calls.push_back(std::move(call));
+        startupStatus = startupStatusAfterChange;
+        return startupResult;
     }
 };
 

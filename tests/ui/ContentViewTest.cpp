@@ -189,6 +189,31 @@ TEST_F(ContentViewTest, aChangeIsAdoptedOnlyOnceItIsWritten) {
     EXPECT_EQ(configuration.read("kavendra-state.json"), written);
 }
 
+TEST_F(ContentViewTest, launchAtLoginFollowsTheDesktopsAnswer) {
+    content.confirmStartupChange();
+    desktop.startupStatus = StartupRegistrationStatus::enabled;
+    content.appear();
+    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
+    EXPECT_TRUE(desktop.calls.empty()) << "nothing was asked for";
+    const std::string logBefore = log();
+    content.requestStartupChange();
+    EXPECT_EQ(state().pendingStartupRegistrationAction, StartupRegistrationAction::unregisterApp);
+    desktop.startupStatusAfterChange = StartupRegistrationStatus::notRegistered;
+    content.confirmStartupChange();
+    EXPECT_EQ(state().pendingStartupRegistrationAction, std::nullopt);
+    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::notRegistered);
+    EXPECT_EQ(state().lastActionMessage, "Disabled launch at login");
+    EXPECT_EQ(log(), logBefore);
+
+    desktop.startupStatusAfterChange = StartupRegistrationStatus::notFound;
+    content.requestStartupChange();
+    content.confirmStartupChange();
+    const std::string message = "Failed to update startup registration: App service not found";
+    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::notFound);
+    EXPECT_EQ(state().errorDialogMessage, message);
+    EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
+}
+
 TEST_F(ContentViewTest, aSecondLoadOfTheSameItemsGivesThemNewIdentities) {
     content.appear();
     const auto before = state().selectedItemID;

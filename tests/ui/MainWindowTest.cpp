@@ -20,7 +20,8 @@ protected:
 
     SearchField& field() { return *window.findChild<SearchField*>(); }
     QString text(const char* name) { return window.findChild<QLabel*>(name)->text(); }
-    QMessageBox& dialog() { return *window.findChild<QMessageBox*>(); }
+    QMessageBox& dialog() { return *window.findChild<QMessageBox*>("errorDialog"); }
+    QMessageBox& confirmation() { return *window.findChild<QMessageBox*>("confirmationDialog"); }
 
     WindowMenus menus{content, desktop, processes};
     MainWindow window{content, menus};
@@ -94,6 +95,38 @@ TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
     send(dialog(), QEvent::KeyRelease, 1600, false);
     send(dialog(), QEvent::KeyPress, 1900, false);
     EXPECT_FALSE(dialog().isVisible()) << "a press of its own dismisses";
+}
+
+TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
+    shown();
+    const auto answer = [this](QMessageBox::StandardButton button) {
+        QTest::mouseClick(confirmation().button(button), Qt::LeftButton);
+    };
+    content.requestStartupChange();
+    ASSERT_TRUE(confirmation().isVisible());
+    EXPECT_EQ(confirmation().windowTitle(), "kavendra");
+    EXPECT_EQ(confirmation().text(), "Register kavendra to startup?");
+    answer(QMessageBox::No);
+    content.requestStartupChange();
+    QTest::keyClick(&confirmation(), Qt::Key_Escape);
+    content.requestStartupChange();
+    confirmation().close();
+    EXPECT_FALSE(confirmation().isVisible());
+    EXPECT_FALSE(state().pendingStartupRegistrationAction);
+    EXPECT_TRUE(desktop.calls.empty());
+    EXPECT_EQ(text("statusMessage"), "Loaded 3 items");
+
+    content.requestStartupChange();
+    answer(QMessageBox::Yes);
+    EXPECT_FALSE(confirmation().isVisible());
+    EXPECT_EQ(text("statusMessage"), "Enabled launch at login");
+    desktop.startupResult = std::unexpected(Error{"reason"});
+    content.requestStartupChange();
+    EXPECT_EQ(confirmation().text(), "Remove kavendra from startup?");
+    answer(QMessageBox::Yes);
+    EXPECT_FALSE(confirmation().isVisible());
+    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_EQ(desktop.calls, (std::vector<std::string>{"registerLoginItem", "unregisterLoginItem"}));
 }
 
 TEST_F(MainWindowTest, aMessageOfAnyLengthFitsTheScreen) {

@@ -1,9 +1,11 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
+#include "platform/ExecutablePath.h"
 #include "platform/Executables.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/ApplicationDirectory.h"
+#include "platform/desktop/AutostartEntry.h"
 #include "platform/desktop/FileManagerService.h"
 #include "platform/desktop/GLibHandles.h"
 #include "platform/desktop/QtAppearance.h"
@@ -145,6 +147,27 @@ void FreedesktopDesktop::copyText(const std::string& text) {
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {
     applyAppearance(appearance);
+}
+
+StartupRegistrationStatus FreedesktopDesktop::loginItemStatus() {
+    return autostartStatus(autostartEntryPath(), executablePath());
+}
+
+Result<void> FreedesktopDesktop::registerLoginItem() {
+    const std::string executable = executablePath();
+    if (!isExecutableFile(executable))
+        return {}; // nothing to name; the status says so
+    const auto entry = autostartEntry(executable);
+    if (!entry)
+        return std::unexpected(entry.error());
+    const std::string path = autostartEntryPath();
+    if (const auto created = createDirectories(std::string(parentPath(path))); !created)
+        return created;
+    return writeFileAtomically(path, *entry);
+}
+
+Result<void> FreedesktopDesktop::unregisterLoginItem() {
+    return removeFile(autostartEntryPath());
 }
 
 } // namespace kavendra

@@ -26,6 +26,9 @@ public:
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
     void setAppearance(Appearance appearance) override;
+    StartupRegistrationStatus loginItemStatus() override;
+    Result<void> registerLoginItem() override;
+    Result<void> unregisterLoginItem() override;
 
 private:
     Processes& processes;

@@ -1,8 +1,11 @@
 #include "platform/desktop/MacDesktop.h"
 
+#include "platform/ExecutablePath.h"
 #include "platform/Files.h"
+#include "platform/Paths.h"
 #include "platform/TextDecoding.h"
 #include "platform/desktop/ApplicationDirectory.h"
+#include "platform/desktop/LaunchAgent.h"
 #include "platform/desktop/QtAppearance.h"
 #include "platform/desktop/QtClipboard.h"
 
@@ -65,6 +68,24 @@ void MacDesktop::copyText(const std::string& text) {
 
 void MacDesktop::setAppearance(Appearance appearance) {
     applyAppearance(appearance);
+}
+
+StartupRegistrationStatus MacDesktop::loginItemStatus() {
+    return launchAgentStatus(launchAgentPath(), executablePath());
+}
+
+Result<void> MacDesktop::registerLoginItem() {
+    const std::string executable = executablePath();
+    if (!isExecutableFile(executable))
+        return {}; // nothing to name; the status says so
+    const std::string path = launchAgentPath();
+    if (const auto created = createDirectories(std::string(parentPath(path))); !created)
+        return created;
+    return writeFileAtomically(path, launchAgent(executable));
+}
+
+Result<void> MacDesktop::unregisterLoginItem() {
+    return removeFile(launchAgentPath());
 }
 
 } // namespace kavendra

@@ -21,6 +21,9 @@ public:
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
     void setAppearance(Appearance appearance) override;
+    StartupRegistrationStatus loginItemStatus() override;
+    Result<void> registerLoginItem() override;
+    Result<void> unregisterLoginItem() override;
 
 private:
     bool open(const std::vector<std::string>& arguments);

@@ -1,5 +1,6 @@
 #include "platform/desktop/MacDesktop.h"
 
+#include "platform/desktop/LaunchAgent.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/RecordingProcesses.h"
 
@@ -35,6 +36,23 @@ TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
                   "run /usr/bin/open|-R|" + directory.path("Safari.APP"),
                   "run /usr/bin/open|-a|Terminal|/a/b c",
               }));
+}
+
+TEST(MacDesktop, registersALaunchAgent) {
+    const TemporaryDirectory home;
+    setenv("HOME", home.path().c_str(), 1);
+    RecordingProcesses processes;
+    MacDesktop desktop(processes);
+    EXPECT_EQ(desktop.loginItemStatus(), StartupRegistrationStatus::notRegistered);
+    EXPECT_TRUE(desktop.unregisterLoginItem());
+    EXPECT_TRUE(desktop.registerLoginItem());
+    EXPECT_EQ(desktop.loginItemStatus(), StartupRegistrationStatus::enabled);
+    EXPECT_NE(home.read("Library/LaunchAgents/kavendra.plist").find("<string>/"), std::string::npos);
+    EXPECT_TRUE(desktop.unregisterLoginItem());
+    EXPECT_EQ(desktop.loginItemStatus(), StartupRegistrationStatus::notRegistered);
+    EXPECT_NE(launchAgent("/R&D <1>/k").find("<string>/R&amp;D &lt;1&gt;/k</string>"), std::string::npos);
+    EXPECT_EQ(launchAgentStatus(launchAgentPath(), home.path("missing")),
+              StartupRegistrationStatus::notFound);
 }
 
 TEST(MacDesktop, passesOnThatTheToolFailedOrIsMissing) {

@@ -1,0 +1,113 @@
+#include "platform/desktop/AutostartEntry.h"
+
+#include "platform/Files.h"
+#include "platform/desktop/FreedesktopDesktop.h"
+#include "platform/desktop/GLibHandles.h"
+#include "tests/TemporaryDirectory.h"
+#include "tests/support/ProcessTable.h"
+
+#include <gio/gdesktopappinfo.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <ostream>
+
+namespace kavendra {
+
+void PrintTo(StartupRegistrationStatus status, std::ostream* out) {
+    constexpr std::array names{"notRegistered", "enabled", "requiresApproval", "notFound"};
+    *out << names.at(static_cast<std::size_t>(status));
+}
+
+namespace {
+
+using enum StartupRegistrationStatus;
+
+bool passesValidation(const std::string& path) {
+    return std::system(("desktop-file-validate '" + path + "'").c_str()) == 0;
+}
+
+/// Starts what an entry names, as a desktop does at login.
+bool startsFrom(const std::string& entryPath) {
+    const GObjectHandle<GDesktopAppInfo> application(g_desktop_app_info_new_from_filename(entryPath.c_str()));
+    return application && g_app_info_launch(G_APP_INFO(application.get()), nullptr, nullptr, nullptr);
+}
+
+} // namespace
+
+TEST(AutostartEntry, isValidAndStartsTheProgramWhateverItsPathHolds) {
+    for (const char* name : {"plain", "a b", "quo\"te", "apo'strophe", "back\\slash", "dollar$HOME",
+                             "tick`id`", "per%cent %f %%", "semi;colon & <angles>", "equal=sign",
+                             "all \"$=%`\\", " leading", "日本", "#hash*?(~|)", "\\n\\s\\\\"}) {
+        const TemporaryDirectory directory;
+        const std::string program = directory.write(name, "#!/bin/sh\n: > \"${0%/*}/started\"\n");
+        chmod(program.c_str(), 0755);
+        const auto entry = autostartEntry(program);
+        ASSERT_TRUE(entry) << name;
+        const std::string path = directory.write("kavendra.desktop", *entry);
+        EXPECT_TRUE(passesValidation(path)) << name << "\n" << *entry;
+        EXPECT_TRUE(startsFrom(path)) << name;
+        EXPECT_TRUE(eventually([&] { return exists(directory.path("started")); })) << name << "\n" << *entry;
+    }
+}
+
+TEST(AutostartEntry, refusesPathsThatItCannotHold) {
+    EXPECT_EQ(autostartEntry("/a\tb/kavendra").error().description, "/a\tb/kavendra: Invalid argument");
+    EXPECT_FALSE(autostartEntry("/\xff/kavendra"));
+}
+
+TEST(AutostartEntry, statusIsWhatTheDesktopsSettingsLeftInIt) {
+    const TemporaryDirectory directory;
+    const std::string start = "[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\n";
+    struct Case {
+        const char* name;
+        std::string content;
+        StartupRegistrationStatus expected;
+    };
+    for (const auto& [name, content, expected] : {
+             Case{"as installed by hand", start, enabled},
+             Case{"switched on", start + "Hidden=false\nX-GNOME-Autostart-enabled=true\n", enabled},
+             Case{"hidden", start + "Hidden=true\n", requiresApproval},
+             Case{"hidden and nothing else", "[Desktop Entry]\nHidden=true\n", requiresApproval},
+             Case{"switched off", start + "X-GNOME-Autostart-enabled=false\n", requiresApproval},
+             Case{"switched off elsewhere", start + "X-MATE-Autostart-enabled=false\n", requiresApproval},
+             Case{"switch of an action", start + "[Desktop Action a]\nHidden=true\n", enabled},
+             Case{"no boolean", start + "Hidden=perhaps\n", enabled},
+             Case{"no entry", "[Something]\nHidden=true\n", notRegistered},
+             Case{"no key file", "\xff\0[", notRegistered},
+             Case{"empty", "", notRegistered},
+         })
+        EXPECT_EQ(autostartStatus(directory.write("kavendra.desktop", content), "/bin/sh"), expected) << name;
+    EXPECT_EQ(autostartStatus(directory.path("missing"), "/bin/sh"), notRegistered);
+    EXPECT_EQ(autostartStatus(directory.path(), "/bin/sh"), notRegistered);
+    for (const std::string& executable : {std::string(), directory.path("missing"), directory.path()})
+        EXPECT_EQ(autostartStatus(directory.write("kavendra.desktop", start), executable), notFound);
+}
+
+TEST(AutostartEntry, isWrittenSwitchedOnAndRemovedByTheDesktop) {
+    const TemporaryDirectory directory;
+    setenv("XDG_CONFIG_HOME", directory.path("config").c_str(), 1);
+    Processes processes({});
+    FreedesktopDesktop desktop(processes);
+    EXPECT_EQ(desktop.loginItemStatus(), notRegistered);
+    EXPECT_TRUE(desktop.unregisterLoginItem());
+    EXPECT_TRUE(desktop.registerLoginItem());
+    EXPECT_EQ(desktop.loginItemStatus(), enabled);
+
+    const std::string entry = "config/autostart/kavendra.desktop";
+    directory.write(entry, directory.read(entry) + "Hidden=true\n");
+    EXPECT_EQ(desktop.loginItemStatus(), requiresApproval);
+    EXPECT_TRUE(desktop.registerLoginItem());
+    EXPECT_EQ(desktop.loginItemStatus(), enabled);
+    EXPECT_TRUE(passesValidation(directory.path(entry)));
+
+    EXPECT_TRUE(desktop.unregisterLoginItem());
+    EXPECT_EQ(desktop.loginItemStatus(), notRegistered);
+    std::filesystem::remove(directory.path("config/autostart"));
+    directory.write("config/autostart", "a file");
+    EXPECT_EQ(desktop.registerLoginItem().error().description,
+              directory.path("config/autostart") + ": Not a directory");
+    EXPECT_FALSE(desktop.unregisterLoginItem());
+}
+
+} // namespace kavendra
