@@ -1,25 +1,12 @@
 #pragma once
 
+#include "tests/support/TestBus.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace kavendra {
-
-/// A session bus of the test's own, to which the process's environment points while this lives.
-class TestBus {
-public:
-    TestBus();
-    ~TestBus();
-    TestBus(const TestBus&) = delete;
-    TestBus& operator=(const TestBus&) = delete;
-
-    std::string address() const;
-
-private:
-    struct Daemon;
-    std::unique_ptr<Daemon> daemon;
-};
 
 /// A file manager on that bus (org.freedesktop.FileManager1) that keeps what it is asked.
 class TestFileManager {

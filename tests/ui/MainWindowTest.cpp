@@ -1,10 +1,15 @@
 #include "ui/MainWindow.h"
 
+#include "platform/desktop/QtAppearance.h"
+#include "tests/support/Contrast.h"
 #include "tests/ui/ContentViewFixture.h"
 #include "ui/HeldEnterFilter.h"
 
+#include <QApplication>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QToolTip>
 
 namespace kavendra {
 
@@ -150,6 +155,41 @@ TEST_F(MainWindowTest, settingsShowAndHideTheLines) {
     EXPECT_TRUE(visible("debugSummary"));
     EXPECT_TRUE(
         text("debugSummary").endsWith(" | Log dir: " + QString::fromStdString(configuration.path("log"))));
+}
+
+TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
+    shown();
+    content.reportFailure("a failure");
+    content.requestStartupChange();
+    QMenu menu(&window);
+    menu.addAction("an entry");
+    menu.popup({});
+    QToolTip::showText({}, "a tip", &window);
+    ASSERT_TRUE(QToolTip::isVisible());
+    for (const Appearance appearance : {Appearance::dark, Appearance::light, Appearance::dark}) {
+        applyAppearance(appearance);
+        QCoreApplication::processEvents();
+        const bool dark = appearance == Appearance::dark;
+        int count = 0;
+        for (const QWidget* widget : QApplication::allWidgets()) {
+            if (!widget->isVisible())
+                continue;
+            ++count;
+            const QPalette palette = widget->palette();
+            EXPECT_EQ(luminance(palette.color(widget->backgroundRole())) < 0.3, dark)
+                << widget->metaObject()->className();
+            EXPECT_GE(
+                contrast(palette.color(widget->foregroundRole()), palette.color(widget->backgroundRole())),
+                smallestTextContrast)
+                << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+        }
+        EXPECT_GT(count, 15);
+        const QImage image = window.grab().toImage();
+        EXPECT_EQ(luminance(image.pixelColor(image.width() / 2, image.height() - 60)) < 0.5, dark) << "table";
+        EXPECT_EQ(luminance(image.pixelColor(4, 4)) < 0.5, dark) << "search bar";
+        EXPECT_EQ(luminance(image.pixelColor(4, image.height() - 4)) < 0.5, dark) << "status line";
+    }
+    applyAppearance(Appearance::system);
 }
 
 TEST_F(MainWindowTest, hasItsSizes) {

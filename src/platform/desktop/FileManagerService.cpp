@@ -1,20 +1,12 @@
 #include "platform/desktop/FileManagerService.h"
 
-#include "platform/desktop/GLibHandles.h"
+#include "platform/desktop/SessionBus.h"
 
 namespace kavendra {
 
 namespace {
 
 constexpr int answerTimeoutMilliseconds = 2000;
-
-/// Returns the session bus, null when there is none.
-GObjectHandle<GDBusConnection> sessionBus() {
-    GObjectHandle<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (bus)
-        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-    return bus;
-}
 
 GVariant* showFoldersArguments(const std::string& uri) {
     const char* const uris[] = {uri.c_str(), nullptr};

@@ -6,6 +6,7 @@
 #include "platform/Paths.h"
 #include "platform/desktop/ApplicationDirectory.h"
 #include "platform/desktop/AutostartEntry.h"
+#include "platform/desktop/ColorSchemePortal.h"
 #include "platform/desktop/FileManagerService.h"
 #include "platform/desktop/GLibHandles.h"
 #include "platform/desktop/QtAppearance.h"
@@ -101,6 +102,10 @@ GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
 
 } // namespace
 
+FreedesktopDesktop::FreedesktopDesktop(Processes& starter) : processes(starter) {}
+
+FreedesktopDesktop::~FreedesktopDesktop() = default;
+
 bool FreedesktopDesktop::openURL(const std::string& url) {
     return !holdsNUL(url) && openWithDefaultApplication(url, processes.programEnvironment());
 }
@@ -146,7 +151,14 @@ void FreedesktopDesktop::copyText(const std::string& text) {
 }
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {
-    applyAppearance(appearance);
+    this->appearance = appearance;
+    if (appearance == Appearance::system && !portal)
+        portal = std::make_unique<ColorSchemePortal>([this] { showAppearance(); });
+    showAppearance();
+}
+
+void FreedesktopDesktop::showAppearance() const {
+    applyAppearance(appearance == Appearance::system ? portal->preferred() : appearance);
 }
 
 StartupRegistrationStatus FreedesktopDesktop::loginItemStatus() {

@@ -3,14 +3,19 @@
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
 
+#include <memory>
+
 namespace kavendra {
+
+class ColorSchemePortal;
 
 /// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals. What
 /// it starts gets the environment of `processes`, is in a session of its own and leaves no zombie.
 class FreedesktopDesktop : public Desktop {
 public:
     /// `starter` must outlive this.
-    explicit FreedesktopDesktop(Processes& starter) : processes(starter) {}
+    explicit FreedesktopDesktop(Processes& starter);
+    ~FreedesktopDesktop() override;
 
     bool openURL(const std::string& url) override;
     bool openFile(const std::string& path) override;
@@ -25,13 +30,18 @@ public:
     /// Starts xdg-terminal-exec, the freedesktop.org proposal, else Debian's x-terminal-emulator.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
+    /// `system` follows what the settings portal says from then on.
     void setAppearance(Appearance appearance) override;
     StartupRegistrationStatus loginItemStatus() override;
     Result<void> registerLoginItem() override;
     Result<void> unregisterLoginItem() override;
 
 private:
+    void showAppearance() const;
+
     Processes& processes;
+    Appearance appearance = Appearance::system;
+    std::unique_ptr<ColorSchemePortal> portal;
 };
 
 } // namespace kavendra

@@ -18,4 +18,9 @@ struct GMemoryRelease {
 };
 using GText = std::unique_ptr<char, GMemoryRelease>;
 
+struct GVariantRelease {
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+};
+using GVariantHandle = std::unique_ptr<GVariant, GVariantRelease>;
+
 } // namespace kavendra

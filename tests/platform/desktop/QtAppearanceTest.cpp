@@ -1,32 +1,13 @@
 #include "platform/desktop/QtAppearance.h"
 
+#include "tests/support/Contrast.h"
+
 #include <QGuiApplication>
 #include <QPalette>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-
 namespace kavendra {
-
-namespace {
-
-// Relative luminance and contrast ratio as WCAG 2.1 defines them.
-double luminance(const QColor& colour) {
-    const auto linear = [](double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
-           0.0722 * linear(colour.blueF());
-}
-
-double contrast(const QColor& a, const QColor& b) {
-    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
-    return (high + 0.05) / (low + 0.05);
-}
-
-} // namespace
 
 TEST(QtAppearance, doesNothingWithoutAnApplication) {
     ASSERT_EQ(QCoreApplication::instance(), nullptr);
@@ -49,6 +30,9 @@ TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
                      Pair{QPalette::WindowText, QPalette::Window},
                      Pair{QPalette::Text, QPalette::Base},
                      Pair{QPalette::Text, QPalette::AlternateBase},
+                     Pair{QPalette::WindowText, QPalette::Base},
+                     Pair{QPalette::Text, QPalette::Window},
+                     Pair{QPalette::WindowText, QPalette::Button},
                      Pair{QPalette::PlaceholderText, QPalette::Base},
                      Pair{QPalette::PlaceholderText, QPalette::Window},
                      Pair{QPalette::ButtonText, QPalette::Button},
@@ -56,9 +40,11 @@ TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
                      Pair{QPalette::HighlightedText, QPalette::Highlight},
                      Pair{QPalette::Link, QPalette::Base},
                      Pair{QPalette::Link, QPalette::Window},
+                     Pair{QPalette::LinkVisited, QPalette::Base},
                      Pair{QPalette::LinkVisited, QPalette::Window},
                  })
-                EXPECT_GE(contrast(palette.color(group, text), palette.color(group, background)), 4.5)
+                EXPECT_GE(contrast(palette.color(group, text), palette.color(group, background)),
+                          smallestTextContrast)
                     << "appearance " << static_cast<int>(appearance) << ", group " << group << ", "
                     << palette.color(group, text).name().toStdString() << " on "
                     << palette.color(group, background).name().toStdString();

@@ -1,0 +1,108 @@
+#include "tests/support/TestBus.h"
+
+#include <cstdlib>
+#include <stdexcept>
+#include <thread>
+
+namespace kavendra {
+
+struct TestBus::Daemon {
+    GTestDBus* bus = g_test_dbus_new(G_TEST_DBUS_NONE);
+    std::string addressBefore;
+};
+
+TestBus::TestBus() : daemon(std::make_unique<Daemon>()) {
+    const char* before = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    daemon->addressBefore = before ? before : "";
+    g_test_dbus_up(daemon->bus);
+}
+
+TestBus::~TestBus() {
+    g_test_dbus_down(daemon->bus);
+    g_object_unref(daemon->bus);
+    setenv("DBUS_SESSION_BUS_ADDRESS", daemon->addressBefore.c_str(), 1);
+}
+
+std::string TestBus::address() const {
+    return g_test_dbus_get_bus_address(daemon->bus);
+}
+
+struct TestService::State {
+    Description description;
+    Handler handler;
+    GMainContext* context = g_main_context_new();
+    GMainLoop* loop = g_main_loop_new(context, FALSE);
+    GDBusConnection* connection = nullptr;
+    std::string interfaceName;
+    std::thread thread;
+
+    void connect(const std::string& address);
+    void provide();
+    static void answer(GDBusConnection*, const char*, const char*, const char*, const char* method,
+                       GVariant* parameters, GDBusMethodInvocation* invocation, gpointer state) {
+        static_cast<State*>(state)->handler(method, parameters, invocation);
+    }
+};
+
+void TestService::State::connect(const std::string& address) {
+    connection = g_dbus_connection_new_for_address_sync(
+        address.c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, nullptr, nullptr);
+    if (!connection)
+        throw std::runtime_error("cannot connect to the test's bus");
+}
+
+void TestService::State::provide() {
+    GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(description.interface, nullptr);
+    interfaceName = node->interfaces[0]->name;
+    const GDBusInterfaceVTable methods{
+        .method_call = answer, .get_property = nullptr, .set_property = nullptr, .padding = {}};
+    g_main_context_push_thread_default(context);
+    g_dbus_connection_register_object(connection, description.path, node->interfaces[0], &methods, this,
+                                      nullptr, nullptr);
+    g_main_context_pop_thread_default(context);
+    g_dbus_node_info_unref(node);
+    GVariant* reply = g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
+        g_variant_new("(su)", description.name, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+    if (!reply)
+        throw std::runtime_error("cannot own the service's name");
+    g_variant_unref(reply);
+}
+
+TestService::TestService(const TestBus& bus, const Description& description, Handler handler)
+    : state(std::make_unique<State>()) {
+    state->description = description;
+    state->handler = std::move(handler);
+    state->connect(bus.address());
+    state->provide();
+    state->thread = std::thread([loop = state->loop] { g_main_loop_run(loop); });
+}
+
+TestService::~TestService() {
+    // Asked for from within the loop, in case the thread has not come to run it yet.
+    GSource* source = g_idle_source_new();
+    g_source_set_callback(
+        source,
+        [](gpointer loop) -> gboolean {
+            g_main_loop_quit(static_cast<GMainLoop*>(loop));
+            return G_SOURCE_REMOVE;
+        },
+        state->loop, nullptr);
+    g_source_attach(source, state->context);
+    g_source_unref(source);
+    state->thread.join();
+    g_dbus_connection_close_sync(state->connection, nullptr, nullptr);
+    g_object_unref(state->connection);
+    g_main_loop_unref(state->loop);
+    g_main_context_unref(state->context);
+}
+
+void TestService::emit(const char* signal, GVariant* parameters) {
+    g_dbus_connection_emit_signal(state->connection, nullptr, state->description.path,
+                                  state->interfaceName.c_str(), signal, parameters, nullptr);
+}
+
+} // namespace kavendra
