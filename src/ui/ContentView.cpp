@@ -104,21 +104,9 @@ void ContentView::moveSelection(int offset) {
     select(movedSelection(filteredItems(), current.selectedItemID, offset));
 }
 
-void ContentView::selectFirst() {
-    select(firstSelection(filteredItems()));
-}
-
-void ContentView::selectLast() {
-    select(lastSelection(filteredItems()));
-}
-
 std::optional<LaunchItem> ContentView::selectedItem() const {
     const auto position = filteredItems().positionOf(current.selectedItemID);
     return position ? std::optional(filteredItems()[*position]) : std::nullopt;
-}
-
-std::string ContentView::debugSummary() const {
-    return debugSummaryText(current.appSettings.dataDirectoryPath, current.appSettings.logDirectoryPath);
 }
 
 void ContentView::launchSelected() {

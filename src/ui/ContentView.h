@@ -67,12 +67,9 @@ public:
     void setSearchText(std::string text);
     void select(const std::optional<UUID>& id);
     void moveSelection(int offset);
-    void selectFirst();
-    void selectLast();
 
     FilteredItems filteredItems() const { return {current.items->list, *current.filteredRows}; }
     std::optional<LaunchItem> selectedItem() const;
-    std::string debugSummary() const;
 
     void launchSelected();
     void launch(const LaunchItem& item);

@@ -1,6 +1,8 @@
 #include "ui/MainWindow.h"
 
+#include "data/LoadTexts.h"
 #include "ui/Colors.h"
+#include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
@@ -70,6 +72,8 @@ void MainWindow::layOut() {
     field.setAccessibleName(translated("Search"));
     searchBar->folderButton().setAccessibleName(translated("Search path"));
     searchBar->folderButton().setToolTip(translated("Open or copy this path"));
+    searchBar->settingsButton().setAccessibleName(translated("Settings"));
+    searchBar->settingsButton().setToolTip(translated("Settings"));
     table->setAccessibleName(translated("Launch items"));
     statusLine->setAccessibleName(translated("Status"));
     itemCount->setObjectName("itemCount");
@@ -85,8 +89,8 @@ void MainWindow::wire() {
     field.onSubmit = [this] { content.launchSelected(); };
     field.onMoveUp = [this] { content.moveSelection(-1); };
     field.onMoveDown = [this] { content.moveSelection(+1); };
-    field.onMoveToBeginning = [this] { content.selectFirst(); };
-    field.onMoveToEnd = [this] { content.selectLast(); };
+    field.onMoveToBeginning = [this] { content.select(firstSelection(content.filteredItems())); };
+    field.onMoveToEnd = [this] { content.select(lastSelection(content.filteredItems())); };
 
     table->onActivate = [this](const LaunchItem& item) { content.launch(item); };
     table->onSelect = [this](const std::optional<UUID>& id) { content.select(id); };
@@ -98,10 +102,19 @@ void MainWindow::wire() {
     };
     table->generalMenuProvider = [this] { return menus.generalMenu(); };
     searchBar->folderButton().menuProvider = [this] { return menus.searchPathMenu(); };
+    searchBar->settingsButton().menuProvider = [this] {
+        return menus.settingsMenu([this] { chooseDataDirectory(); });
+    };
     errorDialog->onDismiss = [this] { content.dismissErrorDialog(); };
     confirmationDialog->onConfirm = [this] { content.confirmStartupChange(); };
     confirmationDialog->onCancel = [this] { content.cancelStartupChange(); };
     content.stateChanged = [this] { showState(); };
+}
+
+void MainWindow::chooseDataDirectory() {
+    const std::string& current = content.state().appSettings.dataDirectoryPath;
+    if (const auto chosen = kavendra::chooseDataDirectory(*this, current))
+        menus.changeDataDirectory(*chosen);
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
@@ -140,7 +153,8 @@ void MainWindow::showState() {
     itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     statusMessage->showText(singleLine(state.lastActionMessage));
     statusLine->setVisible(state.appSettings.showStatusMessage);
-    debugSummary->showText(singleLine(content.debugSummary()));
+    debugSummary->showText(singleLine(
+        debugSummaryText(state.appSettings.dataDirectoryPath, state.appSettings.logDirectoryPath)));
     debugSummary->setVisible(state.appSettings.showDebugSummary);
     if (!isOnScreen)
         return;

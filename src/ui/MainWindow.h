@@ -29,6 +29,7 @@ private:
     void wire();
     void showState();
     void applyColors();
+    void chooseDataDirectory();
 
     ContentView& content;
     WindowMenus& menus;

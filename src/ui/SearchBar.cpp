@@ -8,13 +8,18 @@
 namespace kavendra {
 
 SearchBar::SearchBar(QWidget* parent)
-    : QWidget(parent), field(new SearchField), folder(new MenuButton(QStringLiteral("folder"))) {
+    : QWidget(parent), field(new SearchField), folder(new MenuButton(QStringLiteral("folder"))),
+      gear(new MenuButton(QStringLiteral("gear"))) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 12, 16, 12);
     row->setSpacing(8);
-    row->addStrut(MenuButton::side); // as high without the button as with it
     row->addWidget(field, 1);
     row->addWidget(folder);
+    row->addWidget(gear);
+    // The field is as wide without the button as with it: nothing moves under the eyes of who types.
+    QSizePolicy keepsItsRoom = folder->sizePolicy();
+    keepsItsRoom.setRetainSizeWhenHidden(true);
+    folder->setSizePolicy(keepsItsRoom);
     folder->hide();
 }
 

@@ -7,14 +7,14 @@
 
 namespace kavendra {
 
-/// The bar across the top of the window, with the search field in it, and the folder
-/// button, which takes its place from the field and changes nothing else.
+/// The bar across the top of the window: the search field, the folder button and the settings button.
 class SearchBar final : public QWidget {
 public:
     explicit SearchBar(QWidget* parent = nullptr);
 
     SearchField& searchField() { return *field; }
     MenuButton& folderButton() { return *folder; }
+    MenuButton& settingsButton() { return *gear; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -22,6 +22,7 @@ protected:
 private:
     SearchField* field;
     MenuButton* folder;
+    MenuButton* gear;
 };
 
 } // namespace kavendra

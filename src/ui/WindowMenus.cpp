@@ -1,6 +1,7 @@
 #include "ui/WindowMenus.h"
 
 #include "launch/SearchPath.h"
+#include "platform/Files.h"
 
 namespace kavendra {
 
@@ -41,9 +42,42 @@ ReportOutcome WindowMenus::report() {
     return [this](const ActionOutcome& outcome) { content.report(outcome); };
 }
 
+Menu WindowMenus::settingsMenu(std::function<void()> chooseDataDirectory) {
+    const ContentViewState& state = content.state();
+    return kavendra::settingsMenu(
+        {.settings = state.appSettings,
+         .isLaunchedAtLogin = state.startupRegistrationStatus == StartupRegistrationStatus::enabled,
+         .change = [this](const SettingsEdit& edit) { return changeSettings(edit); },
+         .reload = [this] { content.reloadData(); },
+         .applyAppearance = [this] { content.applyAppearance(); },
+         .openLogDirectory =
+             [this] { openDirectory(content.state().appSettings.logDirectoryPath, "Opened log directory"); },
+         .requestStartupChange = [this] { content.requestStartupChange(); },
+         .openDataDirectory = [this] { openDataDirectory(); },
+         .chooseDataDirectory = std::move(chooseDataDirectory)});
+}
+
+bool WindowMenus::changeSettings(const SettingsEdit& edit) {
+    LaunchSettings changed = content.state().appSettings;
+    edit(changed);
+    return content.saveSettings(changed);
+}
+
+void WindowMenus::changeDataDirectory(const std::string& path) {
+    if (path == content.state().appSettings.dataDirectoryPath)
+        return;
+    if (const auto created = createDirectories(path); !created)
+        return content.reportFailure(created.error().description);
+    changeSettings([&path](LaunchSettings& settings) { settings.dataDirectoryPath = path; });
+    content.reloadData(); // from the old directory when the new one could not be saved
+}
+
+void WindowMenus::openDirectory(const std::string& path, std::string message) {
+    content.report(outcomeOf(launcher.showDirectoryInFinder(path), std::move(message)));
+}
+
 void WindowMenus::openDataDirectory() {
-    const std::string& directory = content.state().appSettings.dataDirectoryPath;
-    content.report(outcomeOf(launcher.showDirectoryInFinder(directory), "Opened config directory"));
+    openDirectory(content.state().appSettings.dataDirectoryPath, "Opened config directory");
 }
 
 } // namespace kavendra

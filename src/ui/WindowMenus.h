@@ -1,10 +1,12 @@
 #pragma once
 
+#include "config/SettingsMenu.h"
 #include "launch/ExcelIntegration.h"
 #include "launch/ItemMenu.h"
 #include "launch/SearchPathMenu.h"
 #include "ui/ContentView.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -25,10 +27,18 @@ public:
     Menu itemMenu(const LaunchItem& item, const std::optional<std::string>& clickedColumnIdentifier);
     /// For where the table has no row.
     Menu generalMenu();
+    /// `chooseDataDirectory` is to let the person choose one, and to call changeDataDirectory with it.
+    Menu settingsMenu(std::function<void()> chooseDataDirectory);
+
+    /// Makes another directory the data directory, creating it when it is missing, and loads from it.
+    /// Failures are reported; the directory that is in use already changes nothing.
+    void changeDataDirectory(const std::string& path);
 
 private:
     ItemMenuSource itemMenuSource();
     ReportOutcome report();
+    bool changeSettings(const SettingsEdit& edit);
+    void openDirectory(const std::string& path, std::string message);
     void openDataDirectory();
 
     ContentView& content;

@@ -95,7 +95,7 @@ TEST_F(MenuTest, behindTheLastColumnThereIsNoCellToCopy) {
 }
 
 TEST_F(MenuTest, theKeyboardOpensTheMenuOfTheSelectedRowInItsPlace) {
-    content.selectLast();
+    content.select(lastSelection(content.filteredItems()));
     table.setFocus();
     const QPoint belowRow = table.viewport()->mapToGlobal(QPoint(0, pointIn(2, 0).y()));
     QTest::keyClick(&table, Qt::Key_F10, Qt::ShiftModifier);
@@ -122,9 +122,7 @@ TEST_F(MenuTest, theFolderButtonComesAndGoesAndMovesNothing) {
     EXPECT_TRUE(folderButton.isVisible());
     EXPECT_EQ(folderButton.size(), QSize(28, 28));
     EXPECT_EQ(table.geometry(), tableBefore);
-    EXPECT_EQ(field.geometry().topLeft(), fieldBefore.topLeft());
-    EXPECT_EQ(field.height(), fieldBefore.height());
-    EXPECT_EQ(fieldBefore.right(), folderButton.geometry().right()) << "the field gives it its place";
+    EXPECT_EQ(field.geometry(), fieldBefore);
     EXPECT_FALSE(folderButton.accessibleName().isEmpty());
     QTest::keyClicks(&field, "x");
     EXPECT_FALSE(folderButton.isVisible());

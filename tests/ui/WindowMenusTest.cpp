@@ -74,4 +74,35 @@ TEST_F(WindowMenusTest, theGeneralMenuReloadsAndOpensTheDataDirectory) {
     EXPECT_EQ(state().errorDialogMessage, "Failed to open in Finder: " + configuration.path("data"));
 }
 
+TEST_F(WindowMenusTest, theSettingsMenuChangesWhatItSays) {
+    const auto menu = [this] { return menus.settingsMenu([] {}); };
+    choose(menu(), "Show Debug Summary");
+    EXPECT_TRUE(state().appSettings.showDebugSummary);
+    choose(menu(), "Show Built-in Items");
+    EXPECT_EQ(state().lastActionMessage, "Loaded 3 items");
+    choose(menu(), "Dark");
+    EXPECT_EQ(desktop.appearances.back(), Appearance::dark);
+    choose(menu(), "Open Config/Log Directory");
+    EXPECT_EQ(state().lastActionMessage, "Opened log directory");
+    choose(menu(), "Open Data Directory");
+    EXPECT_EQ(state().lastActionMessage, "Opened config directory");
+    EXPECT_THAT(desktop.calls, ElementsAre("showDirectory " + configuration.path("log"),
+                                           "showDirectory " + configuration.path("data")));
+    choose(menu(), "Launch at Login");
+    EXPECT_EQ(state().pendingStartupRegistrationAction, StartupRegistrationAction::registerApp);
+}
+
+TEST_F(WindowMenusTest, anotherDataDirectoryIsCreatedSavedAndLoaded) {
+    content.setStatus("before");
+    menus.changeDataDirectory(configuration.path("data"));
+    EXPECT_EQ(state().lastActionMessage, "before") << "the one that is in use";
+    menus.changeDataDirectory(configuration.path("kavendra-state.json/x"));
+    EXPECT_THAT(*state().errorDialogMessage, EndsWith("/x: Not a directory"));
+    EXPECT_EQ(state().items->list.size(), 3U);
+    const std::string other = configuration.path("other/deep");
+    menus.changeDataDirectory(other);
+    EXPECT_EQ(state().lastActionMessage, "No launch items found in " + other);
+    EXPECT_THAT(configuration.read("kavendra-settings.json"), testing::HasSubstr("other/deep"));
+}
+
 } // namespace kavendra
