@@ -13,6 +13,7 @@ SearchBar::SearchBar(QWidget* parent)
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 12, 16, 12);
     row->setSpacing(8);
+    field->setMinimumHeight(MenuButton::side);
     row->addWidget(field, 1);
     row->addWidget(folder);
     row->addWidget(gear);
