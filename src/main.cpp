@@ -11,13 +11,30 @@
 
 #include <csignal>
 
+namespace {
+
+/// The tokens that this start was given are for this window, not for the programs that it starts.
+std::vector<std::string> environmentOfPrograms() {
+    std::vector<std::string> environment = kavendra::Processes::currentEnvironment();
+    std::erase_if(environment, [](const std::string& entry) {
+        return entry.starts_with("XDG_ACTIVATION_TOKEN=") || entry.starts_with("DESKTOP_STARTUP_ID=");
+    });
+    return environment;
+}
+
+} // namespace
+
 int main(int argc, char* argv[]) {
     using namespace kavendra;
     // Before anything else can change it: this is what launched programs get.
-    Processes processes(Processes::currentEnvironment());
+    Processes processes(environmentOfPrograms());
     // Writing over a limit or to a closed pipe fails with an error that is shown, not with a signal.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
+
+    const auto instance = becomeRunningInstance();
+    if (!instance)
+        return 0;
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kavendra"));
@@ -33,6 +50,7 @@ int main(int argc, char* argv[]) {
     ContentView content(*desktop, processes, configurationDirectoryPath(), builtinFile.toStdString());
     WindowMenus menus(content, *desktop, processes);
     MainWindow window(content, menus);
+    instance->onActivate = [&window](const std::string& token) { window.comeForward(token); };
     window.show();
     return QApplication::exec();
 }

@@ -6,6 +6,7 @@
 #include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
@@ -41,6 +42,22 @@ MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
 
 MainWindow::~MainWindow() {
     content.stateChanged = [] {};
+}
+
+void MainWindow::comeForward(const std::string& activationToken) {
+    // Where Qt on Wayland looks for it while a window is activated; elsewhere nothing reads it.
+    constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
+    if (!activationToken.empty())
+        qputenv(tokenVariable, QByteArray::fromStdString(activationToken));
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    searchBar->searchField().setFocus(Qt::ActiveWindowFocusReason);
+    QWidget* const dialog = QApplication::activeModalWidget();
+    for (QWidget* front : {static_cast<QWidget*>(this), dialog ? dialog : this}) {
+        front->raise();
+        front->activateWindow();
+    }
+    qunsetenv(tokenVariable);
 }
 
 void MainWindow::layOut() {

@@ -19,6 +19,10 @@ public:
     MainWindow(ContentView& content, WindowMenus& menus);
     ~MainWindow() override;
 
+    /// Shows the window above the others, with the focus in the search field, however it was hidden.
+    /// `activationToken`: what the desktop lets it take the focus for; may be empty.
+    void comeForward(const std::string& activationToken);
+
 protected:
     void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;

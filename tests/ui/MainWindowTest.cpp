@@ -192,6 +192,24 @@ TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
     applyAppearance(Appearance::system);
 }
 
+TEST_F(MainWindowTest, comesForwardHoweverItWasHidden) {
+    shown();
+    window.findChild<ItemTable*>()->setFocus();
+    window.showMaximized();
+    window.showMinimized();
+    window.comeForward("a-token");
+    EXPECT_FALSE(window.isMinimized());
+    EXPECT_TRUE(window.isMaximized());
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(field().hasFocus());
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "a token is used once";
+
+    content.reportFailure("a failure");
+    window.showMinimized();
+    window.comeForward("");
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog())) << "which has to be answered first";
+}
+
 TEST_F(MainWindowTest, hasItsSizes) {
     EXPECT_EQ(window.size(), QSize(960, 520));
     shown();

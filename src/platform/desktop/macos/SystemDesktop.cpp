@@ -8,4 +8,8 @@ std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
     return std::make_unique<MacDesktop>(processes);
 }
 
+std::unique_ptr<RunningInstance> becomeRunningInstance() {
+    return std::make_unique<RunningInstance>(); // the system itself starts an application only once
+}
+
 } // namespace kavendra

@@ -1,0 +1,161 @@
+#include "platform/desktop/BusInstance.h"
+
+#include "platform/desktop/GLibHandles.h"
+#include "tests/support/TestBus.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace kavendra {
+
+namespace {
+
+using namespace std::chrono_literals;
+using Clock = std::chrono::steady_clock;
+
+constexpr const char* name = "kavendra.Launcher";
+constexpr const char* path = "/kavendra/Launcher";
+constexpr const char* interface = "org.freedesktop.Application";
+
+/// Another kavendra that runs already; keeps the data that it is activated with.
+class OtherInstance {
+public:
+    enum class Manner { obliging, refusing, hanging };
+
+    OtherInstance(const TestBus& bus, Manner manner)
+        : manner(manner),
+          service(bus, {.name = name, .path = path, .interface = description},
+                  [this](const std::string&, GVariant* parameters, GDBusMethodInvocation* invocation) {
+                      answer(parameters, invocation);
+                  }) {}
+
+    std::vector<std::string> activations() {
+        const std::lock_guard lock(mutex);
+        return data;
+    }
+
+private:
+    static constexpr const char* description =
+        "<node><interface name='org.freedesktop.Application'><method name='Activate'>"
+        "<arg type='a{sv}' name='platform_data' direction='in'/></method></interface></node>";
+
+    void answer(GVariant* parameters, GDBusMethodInvocation* invocation) {
+        {
+            const GText text(g_variant_print(parameters, FALSE));
+            const std::lock_guard lock(mutex);
+            data.emplace_back(text.get());
+        }
+        if (manner == Manner::obliging)
+            g_dbus_method_invocation_return_value(invocation, nullptr);
+        else if (manner == Manner::refusing)
+            g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Refused", "Not today");
+        else
+            g_object_unref(invocation);
+    }
+
+    Manner manner;
+    std::mutex mutex;
+    std::vector<std::string> data;
+    TestService service;
+};
+
+/// Somebody else on the bus who calls methods of the instance.
+class Caller {
+public:
+    explicit Caller(const TestBus& bus)
+        : connection(g_dbus_connection_new_for_address_sync(
+              bus.address().c_str(),
+              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                                G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+              nullptr, nullptr, nullptr)) {}
+
+    /// Returns whether the method succeeded. `parameters` in GVariant's text format.
+    bool call(const char* method, const char* parameters) {
+        struct Outcome {
+            bool isThere = false, succeeded = false;
+        } outcome;
+        g_dbus_connection_call(
+            connection.get(), name, path, interface, method,
+            g_variant_parse(nullptr, parameters, nullptr, nullptr, nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE,
+            5000, nullptr,
+            [](GObject* source, GAsyncResult* result, gpointer outcome) {
+                const GVariantHandle reply(
+                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
+                *static_cast<Outcome*>(outcome) = {true, reply != nullptr};
+            },
+            &outcome);
+        while (!outcome.isThere)
+            g_main_context_iteration(nullptr, TRUE);
+        return outcome.succeeded;
+    }
+
+private:
+    GObjectHandle<GDBusConnection> connection;
+};
+
+} // namespace
+
+TEST(BusInstance, aSecondStartHandsItsTokenOverAndIsDone) {
+    const TestBus bus;
+    OtherInstance other(bus, OtherInstance::Manner::obliging);
+    unsetenv("DESKTOP_STARTUP_ID");
+    unsetenv("XDG_ACTIVATION_TOKEN");
+    EXPECT_FALSE(becomeInstanceOnBus());
+    setenv("XDG_ACTIVATION_TOKEN", "a-token", 1);
+    setenv("DESKTOP_STARTUP_ID", "a/startup_TIME1", 1);
+    EXPECT_FALSE(becomeInstanceOnBus());
+    EXPECT_EQ(other.activations(),
+              (std::vector<std::string>{"({},)", "({'activation-token': <'a-token'>, "
+                                                 "'desktop-startup-id': <'a/startup_TIME1'>},)"}));
+}
+
+TEST(BusInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
+    const TestBus bus;
+    OtherInstance other(bus, OtherInstance::Manner::hanging);
+    const auto begin = Clock::now();
+    EXPECT_FALSE(becomeInstanceOnBus());
+    EXPECT_LT(Clock::now() - begin, 2s);
+    EXPECT_EQ(other.activations().size(), 1U) << "it does it when it can";
+}
+
+TEST(BusInstance, startsWhereNobodyCanBeAsked) {
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    EXPECT_TRUE(becomeInstanceOnBus());
+    const TestBus bus;
+    {
+        OtherInstance other(bus, OtherInstance::Manner::refusing);
+        EXPECT_TRUE(becomeInstanceOnBus());
+        EXPECT_EQ(other.activations().size(), 1U);
+    }
+    setenv("QT_NO_GLIB", "1", 1);
+    EXPECT_TRUE(becomeInstanceOnBus());
+    EXPECT_FALSE(Caller(bus).call("Activate", "(@a{sv} {},)")) << "nobody would ever answer";
+}
+
+TEST(BusInstance, theFirstIsActivatedUntilItEnds) {
+    const TestBus bus;
+    Caller caller(bus);
+    std::vector<std::string> tokens;
+    for (int start = 0; start < 2; ++start) {
+        const auto instance = becomeInstanceOnBus();
+        ASSERT_TRUE(instance);
+        instance->onActivate = [&tokens](const std::string& token) { tokens.push_back(token); };
+        tokens.clear();
+        EXPECT_TRUE(caller.call("Activate", "(@a{sv} {},)"));
+        EXPECT_TRUE(caller.call("Activate", "({'desktop-startup-id': <'old'>},)"));
+        EXPECT_TRUE(
+            caller.call("Activate", "({'desktop-startup-id': <'old'>, 'activation-token': <'new'>},)"));
+        EXPECT_TRUE(caller.call("Activate", "({'activation-token': <uint32 7>},)"));
+        EXPECT_TRUE(caller.call("Open", "(['file:///a'], {'activation-token': <'of-open'>})"));
+        EXPECT_FALSE(caller.call("ActivateAction", "('quit', @av [], @a{sv} {})"));
+        EXPECT_FALSE(caller.call("Activate", "('no data',)"));
+        EXPECT_EQ(tokens, (std::vector<std::string>{"", "old", "new", "", "of-open"}));
+    }
+    EXPECT_FALSE(caller.call("Activate", "(@a{sv} {},)"));
+}
+
+} // namespace kavendra
