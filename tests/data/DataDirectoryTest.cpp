@@ -3,6 +3,7 @@
 #include "data/LaunchError.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/Limits.h"
+#include "tests/support/WorkbookWriter.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -61,6 +62,21 @@ TEST(DataDirectory, loadsBuiltinItemsFirstAndFilesInOrder) {
     EXPECT_EQ(loadAllItems(directory.path(), true, resources.path("none"), ignoreLine)->size(), 3U);
 }
 
+TEST(DataDirectory, readsWorkbooksBesideCSVFiles) {
+    const TemporaryDirectory directory;
+    const auto workbook = [](const char* title) {
+        return makeZip(zipEntries(workbookParts({headerRow() + inlineRow({title})})));
+    };
+    directory.write("b.csv", header + "2,,,\n");
+    directory.write("A.xlsx", workbook("1"));
+    directory.write("c.XLSM", workbook("3"));
+    const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
+    ASSERT_TRUE(items) << items.error().description;
+    EXPECT_EQ(titles(*items), (std::vector<std::string>{"1 of A.xlsx", "2 of b.csv", "3 of c.XLSM"}));
+    directory.write("~$A.xlsx", std::string(165, 'x')); // what Excel puts beside a workbook that it has open
+    EXPECT_EQ(failureOf(directory), "Invalid Excel format: ~$A.xlsx: Not a zip archive");
+}
+
 TEST(DataDirectory, oneBadFileFailsTheWholeLoadWithItsMessage) {
     struct Case {
         const char* name;
@@ -88,6 +104,11 @@ TEST(DataDirectory, whatCannotBeReadAsAFileSaysSo) {
     const TemporaryDirectory withPipe;
     ASSERT_EQ(mkfifo(withPipe.path("x.csv").c_str(), 0600), 0);
     EXPECT_EQ(failureOf(withPipe), message);
+    std::filesystem::create_directories(withDirectory.path("a.xlsx"));
+    EXPECT_EQ(failureOf(withDirectory),
+              "Invalid Excel format: " + withDirectory.path("a.xlsx: ") + "Is a directory");
+    ASSERT_EQ(mkfifo(withPipe.path("a.xlsx").c_str(), 0600), 0);
+    EXPECT_EQ(failureOf(withPipe), "Invalid Excel format: " + withPipe.path("a.xlsx: ") + "Invalid argument");
     const TemporaryDirectory withDanglingLink;
     std::filesystem::create_symlink("nowhere", withDanglingLink.path("x.csv"));
     EXPECT_EQ(failureOf(withDanglingLink), message);

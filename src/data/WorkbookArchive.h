@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+struct zip;
+struct zip_file;
+
+/// The zip archive that a workbook is. Failures describe what is wrong with the archive, without its name.
+namespace kavendra {
+
+/// An entry that is being read.
+class ArchiveEntry {
+public:
+    /// Inflates the next bytes into `buffer`, at most `capacity`, and returns how many; none are left at 0.
+    /// Fails when the archive is damaged (checksum and length are known to be right only at the end) or the
+    /// entry is longer than the archive says.
+    Result<std::size_t> read(char* buffer, std::size_t capacity);
+
+    const std::string& name() const { return entryName; }
+    /// The length that the archive gives, which read() holds it to.
+    std::size_t size() const { return length; }
+
+private:
+    friend class WorkbookArchive;
+    struct Close {
+        void operator()(zip_file* file) const;
+    };
+
+    std::unique_ptr<zip_file, Close> file;
+    std::string entryName;
+    std::size_t length = 0;
+    std::size_t bytesRead = 0;
+};
+
+class WorkbookArchive {
+public:
+    /// Opens the archive that `bytes` are and reads its list of entries; the bytes must outlive it.
+    static Result<WorkbookArchive> open(std::string_view bytes);
+
+    /// Begins to read the entry of exactly that name. Fails with "missing NAME" when there is none or it is
+    /// empty, when it was read before, when it is encrypted or packed in an unusual way, and when all that
+    /// was read would become longer than a workbook may be.
+    Result<ArchiveEntry> readArchiveEntry(std::string_view name);
+
+    /// The same for an entry that need not be there. Fails also when a name in the list is not UTF-8.
+    Result<std::optional<ArchiveEntry>> readOptionalArchiveEntry(std::string_view name);
+
+    /// The length of all entries together, as the archive gives it.
+    std::size_t inflatedSize() const { return sizeOfAll; }
+
+private:
+    struct Listed {
+        std::size_t index = 0;
+        bool wasRead = false;
+    };
+    struct Discard {
+        void operator()(zip* archive) const;
+    };
+
+    Result<void> listEntries(std::size_t fileSize);
+
+    std::unique_ptr<zip, Discard> archive;
+    std::unordered_map<std::string_view, Listed> entries; ///< the names belong to the archive
+    bool namesAreUTF8 = true;
+    std::size_t sizeOfAll = 0;
+    std::size_t inflatableSize = 0; ///< what may still be read
+};
+
+} // namespace kavendra

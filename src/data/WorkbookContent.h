@@ -1,0 +1,29 @@
+#pragma once
+
+#include "data/ItemList.h"
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace kavendra {
+
+/// What is kept of a workbook while it is read: every different text once and trimmed, and the items as spans
+/// of that text.
+struct WorkbookContent {
+    ByteBuffer text;
+    std::vector<TextSpan> sharedStrings; ///< by their index in the workbook
+    std::vector<ItemRow> items;          ///< of all sheets so far
+    std::size_t itemTextSize = 0;        ///< the bytes of all items' texts
+    std::size_t headerTextSize = 0;      ///< the bytes of all header lines
+
+    std::string_view value(TextSpan span) const { return text.view().substr(span.offset, span.length); }
+
+    /// Whether that many more bytes of text may be kept.
+    bool hasRoomFor(std::size_t bytes) const;
+
+    /// Keeps the text without white space at its ends; there must be room for it. Throws std::bad_alloc.
+    TextSpan appendTrimmed(std::string_view more);
+};
+
+} // namespace kavendra

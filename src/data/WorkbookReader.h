@@ -1,0 +1,21 @@
+#pragma once
+
+#include "data/ItemList.h"
+#include "platform/LogLine.h"
+#include "platform/Result.h"
+
+#include <string>
+#include <string_view>
+
+/// Workbooks in the Office Open XML format (xlsx, xlsm; ECMA-376): of each sheet with a header, the rows
+/// below it. Values are taken as they are stored, nothing is formatted.
+namespace kavendra {
+
+/// Turns the workbook that `bytes` are into items, sheet after sheet. `fileName` stands in messages,
+/// `sourceName` becomes the items' source. One line a sheet with its header goes to the log.
+/// Fails with LaunchError::invalidExcelFormat, or missingSupportedWorksheet when no sheet has the required
+/// columns.
+Result<ItemBlock> readWorkbookItems(std::string_view bytes, std::string_view fileName, std::string sourceName,
+                                    const LogLine& appendLogLine);
+
+} // namespace kavendra
