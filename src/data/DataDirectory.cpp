@@ -2,7 +2,6 @@
 
 #include "data/CSVReader.h"
 #include "data/LaunchError.h"
-#include "data/WorkbookLimits.h"
 #include "data/WorkbookReader.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -75,12 +74,8 @@ Result<ItemBlock> loadBuiltinItems(const std::string& builtinFile, const LogLine
 Result<ItemBlock> loadDataFile(const std::string& file, std::string sourceName,
                                const LogLine& appendLogLine) {
     const std::string_view name = lastPathComponent(file);
-    if (isWorkbookName(name)) {
-        const auto bytes = readFile(file, workbookLimits::fileSize);
-        if (!bytes)
-            return std::unexpected(LaunchError{LaunchError::invalidExcelFormat, bytes.error().description});
-        return readWorkbookItems(bytes->view(), name, std::move(sourceName), appendLogLine);
-    }
+    if (isWorkbookName(name))
+        return readWorkbookItems(file, std::move(sourceName), appendLogLine);
     auto text = readCSVText(file);
     if (!text)
         return std::unexpected(text.error());

@@ -70,7 +70,7 @@ void ExcelWorksheetParser::endCell() {
         return table.setCell(currentColumnIndex, sharedString());
     if (!content.hasRoomFor(currentCellValue.size()))
         return fail("too much text");
-    table.setCell(currentColumnIndex, content.appendTrimmed(currentCellValue));
+    table.setCell(currentColumnIndex, content.appendUnlessRecent(currentCellValue));
 }
 
 /// The shared string that the value names, the empty text when it is no index of one.

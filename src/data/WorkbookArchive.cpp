@@ -6,6 +6,7 @@
 #include <zip.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <limits>
 
 namespace kavendra {
@@ -22,6 +23,19 @@ std::unexpected<Error> failure(std::string_view text) {
 std::size_t saturatingSum(std::size_t a, std::size_t b) {
     return a > std::numeric_limits<std::size_t>::max() - b ? std::numeric_limits<std::size_t>::max() : a + b;
 }
+
+class LibraryError {
+public:
+    explicit LibraryError(int code = ZIP_ER_OK) { zip_error_init_with_code(&error, code); }
+    ~LibraryError() { zip_error_fini(&error); }
+    LibraryError(const LibraryError&) = delete;
+    LibraryError& operator=(const LibraryError&) = delete;
+
+    zip_error_t* get() { return &error; }
+
+private:
+    zip_error_t error{};
+};
 
 } // namespace
 
@@ -43,25 +57,39 @@ void WorkbookArchive::Discard::operator()(zip* archive) const {
     zip_discard(archive);
 }
 
+Result<WorkbookArchive> WorkbookArchive::open(FileDescriptor file) {
+    FILE* const stream = fdopen(file.get(), "rb");
+    if (!stream)
+        return failure(zip_error_strerror(LibraryError(ZIP_ER_MEMORY).get()));
+    file.release();
+    LibraryError error;
+    zip_source_t* source = zip_source_filep_create(stream, 0, -1, error.get());
+    if (!source) {
+        std::fclose(stream);
+        return failure(zip_error_strerror(error.get()));
+    }
+    return open(source);
+}
+
 Result<WorkbookArchive> WorkbookArchive::open(std::string_view bytes) {
-    zip_error_t error;
-    zip_error_init(&error);
-    const auto systemsWords = [&error] {
-        std::string text = zip_error_strerror(&error);
-        zip_error_fini(&error);
-        return failure(text);
-    };
-    zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, &error);
+    LibraryError error;
+    zip_source_t* source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, error.get());
     if (!source)
-        return systemsWords();
+        return failure(zip_error_strerror(error.get()));
+    return open(source);
+}
+
+Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
+    LibraryError error;
+    zip_stat_t status;
     WorkbookArchive opened;
-    opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, &error));
+    if (zip_source_stat(source, &status) == 0)
+        opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, error.get()));
     if (!opened.archive) {
         zip_source_free(source);
-        return systemsWords();
+        return failure(zip_error_strerror(error.get()));
     }
-    zip_error_fini(&error);
-    if (const auto listed = opened.listEntries(bytes.size()); !listed)
+    if (const auto listed = opened.listEntries(status.size); !listed)
         return std::unexpected(listed.error());
     return opened;
 }

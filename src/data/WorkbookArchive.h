@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileDescriptor.h"
 #include "platform/Result.h"
 
 #include <cstddef>
@@ -11,6 +12,7 @@
 
 struct zip;
 struct zip_file;
+struct zip_source;
 
 /// The zip archive that a workbook is. Failures describe what is wrong with the archive, without its name.
 namespace kavendra {
@@ -41,7 +43,10 @@ private:
 
 class WorkbookArchive {
 public:
-    /// Opens the archive that `bytes` are and reads its list of entries; the bytes must outlive it.
+    /// Opens the archive that `file` is and reads its list of entries. What happens to the file while it is
+    /// read can only make reading fail.
+    static Result<WorkbookArchive> open(FileDescriptor file);
+    /// The same for bytes in memory, which must outlive the archive.
     static Result<WorkbookArchive> open(std::string_view bytes);
 
     /// Begins to read the entry of exactly that name. Fails with "missing NAME" when there is none or it is
@@ -64,6 +69,7 @@ private:
         void operator()(zip* archive) const;
     };
 
+    static Result<WorkbookArchive> open(zip_source* source);
     Result<void> listEntries(std::size_t fileSize);
 
     std::unique_ptr<zip, Discard> archive;

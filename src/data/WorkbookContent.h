@@ -8,8 +8,7 @@
 
 namespace kavendra {
 
-/// What is kept of a workbook while it is read: every different text once and trimmed, and the items as spans
-/// of that text.
+/// What is kept of a workbook while it is read: its texts, trimmed, and the items as spans of them.
 struct WorkbookContent {
     ByteBuffer text;
     std::vector<TextSpan> sharedStrings; ///< by their index in the workbook
@@ -24,6 +23,14 @@ struct WorkbookContent {
 
     /// Keeps the text without white space at its ends; there must be room for it. Throws std::bad_alloc.
     TextSpan appendTrimmed(std::string_view more);
+
+    /// The same, but a text that was kept lately is not kept again: cells of one column often repeat a few.
+    TextSpan appendUnlessRecent(std::string_view more);
+
+private:
+    TextSpan append(std::string_view more);
+
+    std::vector<TextSpan> recentTexts; ///< each at a place that its hash gives
 };
 
 } // namespace kavendra

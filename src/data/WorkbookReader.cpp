@@ -6,6 +6,8 @@
 #include "data/LaunchError.h"
 #include "data/WorkbookArchive.h"
 #include "data/WorkbookLimits.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <utility>
@@ -107,23 +109,22 @@ void logHeader(const ParsedExcelSheet& sheet, std::string_view fileName, const L
                   "): " + sheet.headerLine.value_or(notFound));
 }
 
-} // namespace
+std::unexpected<Error> invalid(std::string_view fileName, const Error& error) {
+    const LaunchError failure{LaunchError::invalidExcelFormat,
+                              std::string(fileName) + ": " + error.description};
+    return std::unexpected<Error>(failure);
+}
 
-Result<ItemBlock> readWorkbookItems(std::string_view bytes, std::string_view fileName, std::string sourceName,
-                                    const LogLine& appendLogLine) {
-    const auto invalid = [fileName](const Error& error) {
-        return std::unexpected(
-            LaunchError{LaunchError::invalidExcelFormat, std::string(fileName) + ": " + error.description});
-    };
-    auto archive = WorkbookArchive::open(bytes);
+Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view fileName,
+                              std::string sourceName, const LogLine& appendLogLine) {
     if (!archive)
-        return invalid(archive.error());
+        return invalid(fileName, archive.error());
     WorkbookContent content;
     // More than the text needs, as markup does not count: what is not used costs no memory.
     content.text.reserve(std::min(archive->inflatedSize(), workbookLimits::textSize));
     const auto sheets = readWorkbookSheets(*archive, content);
     if (!sheets)
-        return invalid(sheets.error());
+        return invalid(fileName, sheets.error());
     for (const ParsedExcelSheet& sheet : *sheets)
         logHeader(sheet, fileName, appendLogLine);
     if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported))
@@ -131,6 +132,22 @@ Result<ItemBlock> readWorkbookItems(std::string_view bytes, std::string_view fil
     content.text.shrinkToFit();
     return ItemBlock{
         .text = std::move(content.text), .rows = std::move(content.items), .source = std::move(sourceName)};
+}
+
+} // namespace
+
+Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceName,
+                                    const LogLine& appendLogLine) {
+    auto opened = openRegularFile(file, workbookLimits::fileSize);
+    if (!opened) // the system's reason names the file
+        return std::unexpected(LaunchError{LaunchError::invalidExcelFormat, opened.error().description});
+    return readArchive(WorkbookArchive::open(std::move(*opened)), lastPathComponent(file),
+                       std::move(sourceName), appendLogLine);
+}
+
+Result<ItemBlock> readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName,
+                                    const LogLine& appendLogLine) {
+    return readArchive(WorkbookArchive::open(bytes), fileName, std::move(sourceName), appendLogLine);
 }
 
 } // namespace kavendra

@@ -11,11 +11,15 @@
 /// below it. Values are taken as they are stored, nothing is formatted.
 namespace kavendra {
 
-/// Turns the workbook that `bytes` are into items, sheet after sheet. `fileName` stands in messages,
-/// `sourceName` becomes the items' source. One line a sheet with its header goes to the log.
+/// Turns the workbook at that path into items, sheet after sheet, with `sourceName` as their source. One line
+/// a sheet with its header goes to the log.
 /// Fails with LaunchError::invalidExcelFormat, or missingSupportedWorksheet when no sheet has the required
 /// columns.
-Result<ItemBlock> readWorkbookItems(std::string_view bytes, std::string_view fileName, std::string sourceName,
+Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceName,
+                                    const LogLine& appendLogLine);
+
+/// The same for a workbook in memory; `fileName` stands in messages.
+Result<ItemBlock> readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName,
                                     const LogLine& appendLogLine);
 
 } // namespace kavendra

@@ -3,7 +3,6 @@
 #include "platform/Result.h"
 
 #include <cstddef>
-#include <cstring>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -13,8 +12,12 @@
 namespace kavendra {
 
 /// Whether an element or attribute has that name, prefix included: there is no namespace processing.
-inline bool isNamed(const char* name, const char* expected) {
-    return std::strcmp(name, expected) == 0;
+template <std::size_t size>
+bool isNamed(const char* name, const char (&expected)[size]) {
+    for (std::size_t index = 0; index < size; ++index) // names are short: faster than calling strcmp
+        if (name[index] != expected[index])
+            return false;
+    return true;
 }
 
 /// The attributes of an element; they are valid during the event.
@@ -23,7 +26,8 @@ public:
     explicit XMLAttributes(const char* const* namesAndValues) : pairs(namesAndValues) {}
 
     /// Returns the attribute's value, null when the element has none of that name.
-    const char* find(const char* name) const {
+    template <std::size_t size>
+    const char* find(const char (&name)[size]) const {
         for (const char* const* pair = pairs; *pair; pair += 2)
             if (isNamed(*pair, name))
                 return pair[1];

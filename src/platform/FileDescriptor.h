@@ -20,6 +20,9 @@ public:
     int get() const { return number; }
     explicit operator bool() const { return number >= 0; }
 
+    /// Gives the descriptor to a caller who closes it.
+    int release() { return std::exchange(number, -1); }
+
     void close() {
         if (number >= 0)
             ::close(std::exchange(number, -1));

@@ -1,6 +1,5 @@
 #include "platform/Files.h"
 
-#include "platform/FileDescriptor.h"
 #include "platform/Paths.h"
 #include "platform/ReservedSpace.h"
 
@@ -12,6 +11,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <optional>
 
@@ -38,8 +38,9 @@ Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t mode 
     return file;
 }
 
-/// Returns the size of an open regular file; anything else that can be opened is refused.
-Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::string& path) {
+/// Returns the size of an open regular file of at most `maximumSize` bytes; anything else is refused.
+Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::string& path,
+                                    std::size_t maximumSize = std::numeric_limits<std::size_t>::max()) {
     struct stat status{};
     if (fstat(file.get(), &status) != 0)
         return systemFailure(path, errno);
@@ -47,7 +48,10 @@ Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::strin
         return systemFailure(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         return systemFailure(path, EINVAL);
-    return static_cast<std::size_t>(status.st_size);
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size > maximumSize)
+        return systemFailure(path, EFBIG);
+    return size;
 }
 
 Result<void> writeAll(const FileDescriptor& file, const std::string& path, std::string_view content) {
@@ -131,15 +135,22 @@ std::string absolutePath(const std::string& path) {
     return result.empty() ? "/" : result;
 }
 
+Result<FileDescriptor> openRegularFile(const std::string& path, std::size_t maximumSize) {
+    auto file = openFile(path, O_RDONLY);
+    if (!file)
+        return std::unexpected(file.error());
+    if (const auto size = regularFileSize(*file, path, maximumSize); !size)
+        return std::unexpected(size.error());
+    return file;
+}
+
 Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize) {
-    const auto file = openFile(path, O_RDONLY);
+    const auto file = openRegularFile(path, maximumSize);
     if (!file)
         return std::unexpected(file.error());
     const auto size = regularFileSize(*file, path);
     if (!size)
         return std::unexpected(size.error());
-    if (*size > maximumSize)
-        return systemFailure(path, EFBIG);
     // One byte more than the size tells a file that grew meanwhile, and some files of /proc have no size.
     ByteBuffer content(*size + 1);
     for (;;) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ByteBuffer.h"
+#include "platform/FileDescriptor.h"
 #include "platform/Result.h"
 
 #include <string>
@@ -19,8 +20,11 @@ bool isExecutableFile(const std::string& path);
 /// does not lead back. A path that cannot be made absolute comes back as it is.
 std::string absolutePath(const std::string& path);
 
-/// Reads a whole regular file of at most `maximumSize` bytes. Anything that is not a regular file (a
+/// Opens a regular file of at most `maximumSize` bytes for reading. Anything that is not a regular file (a
 /// directory, a pipe, a device) fails at once, without being read; so does a larger file (EFBIG).
+Result<FileDescriptor> openRegularFile(const std::string& path, std::size_t maximumSize);
+
+/// Reads the whole of what openRegularFile opens.
 Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize);
 
 /// Creates the directory with all that is missing above it; an existing directory is no error.

@@ -18,7 +18,7 @@ struct WorkbookReading {
 
 inline WorkbookReading readWorkbook(std::string_view bytes) {
     WorkbookReading reading;
-    const auto block = readWorkbookItems(bytes, "book.xlsx", "source",
+    const auto block = readWorkbookBytes(bytes, "book.xlsx", "source",
                                          [&](std::string_view line) { reading.log.emplace_back(line); });
     if (!block) {
         reading.failure = block.error().description;
