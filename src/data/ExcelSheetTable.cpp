@@ -75,9 +75,11 @@ const char* ExcelSheetTable::endItemRow() {
         size += text.length;
     if (size == 0)
         return nullptr;
-    content.itemTextSize += size;
-    if (content.items.size() == workbookLimits::items || content.itemTextSize > workbookLimits::itemTextSize)
+    if (content.items.size() == workbookLimits::items)
         return "too many items";
+    content.itemTextSize += size;
+    if (content.itemTextSize > workbookLimits::itemTextSize)
+        return "items with too much text";
     content.items.push_back(currentItem);
     return nullptr;
 }

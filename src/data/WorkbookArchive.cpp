@@ -1,6 +1,7 @@
 #include "data/WorkbookArchive.h"
 
 #include "data/WorkbookLimits.h"
+#include "data/ZipEntryCount.h"
 #include "platform/TextDecoding.h"
 
 #include <zip.h>
@@ -80,15 +81,21 @@ Result<WorkbookArchive> WorkbookArchive::open(std::string_view bytes) {
 }
 
 Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
-    LibraryError error;
+    std::unique_ptr<zip_source_t, void (*)(zip_source_t*)> owned(source, zip_source_free);
     zip_stat_t status;
+    if (zip_source_open(source) != 0 || zip_source_stat(source, &status) != 0)
+        return failure(zip_error_strerror(zip_source_error(source)));
+    const std::uint64_t claimedEntries = claimedZip64Entries(source, status.size);
+    zip_source_close(source);
+    if (claimedEntries > workbookLimits::entries)
+        return failure("too many entries");
+
+    LibraryError error;
     WorkbookArchive opened;
-    if (zip_source_stat(source, &status) == 0)
-        opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, error.get()));
-    if (!opened.archive) {
-        zip_source_free(source);
+    opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, error.get()));
+    if (!opened.archive)
         return failure(zip_error_strerror(error.get()));
-    }
+    owned.release(); // the archive has it now
     if (const auto listed = opened.listEntries(status.size); !listed)
         return std::unexpected(listed.error());
     return opened;
@@ -96,8 +103,6 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
 
 Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
     const auto count = static_cast<std::size_t>(zip_get_num_entries(archive.get(), 0));
-    if (count > workbookLimits::entries)
-        return failure("too many entries");
     entries.reserve(count);
     std::size_t packedSize = 0;
     for (std::size_t index = 0; index < count; ++index) {

@@ -20,22 +20,27 @@ void append(std::string& bytes, Number number) {
         bytes += static_cast<char>(number >> (8 * byte));
 }
 
-std::string packed(const ZipEntry& entry) {
-    if (entry.isStored)
-        return entry.content;
+/// Returns the text as deflate blocks that end at a byte; only with Z_FINISH the last of them ends the data.
+std::string deflateBlocks(const std::string& text, int flush) {
     z_stream stream{};
     if (deflateInit2(&stream, 6, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK)
         std::abort();
-    std::string result(deflateBound(&stream, entry.content.size()), '\0');
-    stream.next_in = reinterpret_cast<const Bytef*>(entry.content.data());
-    stream.avail_in = static_cast<uInt>(entry.content.size());
+    std::string result(deflateBound(&stream, text.size()) + 16, '\0');
+    stream.next_in = reinterpret_cast<const Bytef*>(text.data());
+    stream.avail_in = static_cast<uInt>(text.size());
     stream.next_out = reinterpret_cast<Bytef*>(result.data());
     stream.avail_out = static_cast<uInt>(result.size());
-    if (deflate(&stream, Z_FINISH) != Z_STREAM_END)
+    if (deflate(&stream, flush) != (flush == Z_FINISH ? Z_STREAM_END : Z_OK))
         std::abort();
     result.resize(stream.total_out);
     deflateEnd(&stream);
     return result;
+}
+
+std::string packed(const ZipEntry& entry) {
+    if (entry.packed)
+        return *entry.packed;
+    return entry.isStored ? entry.content : deflateBlocks(entry.content, Z_FINISH);
 }
 
 /// What stands in both headers of an entry.
@@ -86,6 +91,14 @@ std::string zip64EndRecords(std::size_t count, std::size_t listSize, std::size_t
 }
 
 } // namespace
+
+std::string deflatedRepetition(const std::string& block, std::size_t times) {
+    const std::string blocks = deflateBlocks(block, Z_FULL_FLUSH);
+    std::string result;
+    for (std::size_t count = 0; count < times; ++count)
+        result += blocks;
+    return result + deflateBlocks("", Z_FINISH);
+}
 
 std::string zipLocalEntry(const ZipEntry& entry) {
     return localEntry(entry, packed(entry));

@@ -19,7 +19,11 @@ struct ZipEntry {
     std::optional<std::uint32_t> checksum = {};
     std::uint16_t flags = 0; ///< 1 is for an encrypted entry
     std::optional<std::uint16_t> method = {};
+    std::optional<std::string> packed = {}; ///< instead of `content` as deflate has it
 };
+
+/// Returns what deflate makes of `block` repeated `times` times, without ever having all of it in memory.
+std::string deflatedRepetition(const std::string& block, std::size_t times);
 
 std::string makeZip(const std::vector<ZipEntry>& entries);
 
