@@ -27,8 +27,8 @@ std::uint64_t littleEndian64(std::string_view bytes) {
     return number;
 }
 
-/// Returns the bytes there, fewer of them when reading fails. They must be within the source: in some
-/// versions of the library a buffer that is left by seeking is read beyond its end.
+/// Returns the bytes there, fewer of them when reading fails. They must be within the source: seeking in an
+/// empty buffer crashes libzip 1.7.3.
 std::string readAt(zip_source_t* source, std::uint64_t offset, std::size_t size) {
     std::string bytes(size, '\0');
     if (zip_source_seek(source, static_cast<zip_int64_t>(offset), SEEK_SET) != 0)
