@@ -1,10 +1,10 @@
 #include "data/CSVReader.h"
+#include "fuzz/Require.h"
 #include "platform/TextDecoding.h"
 #include "search/SearchIndex.h"
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,12 +13,6 @@
 namespace {
 
 using namespace kavendra;
-
-/// Stops the program, which the fuzzer reports with the input.
-void require(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 /// Every word of an item's own text must find that item.
 void searchForItsOwnWords(const ItemList& items) {

@@ -1,0 +1,30 @@
+#include "data/WorkbookReader.h"
+#include "fuzz/Require.h"
+#include "platform/TextDecoding.h"
+
+#include <cstdint>
+#include <string_view>
+
+using namespace kavendra;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    const auto block = readWorkbookBytes(bytes, "fuzzed.xlsx", "fuzzed.xlsx",
+                                         [](std::string_view line) { require(isValidUTF8(line)); });
+    if (!block) {
+        require(block.error().description.starts_with("Invalid Excel format: fuzzed.xlsx: ") ||
+                block.error().description == "Excel workbook has no supported sheet: fuzzed.xlsx");
+        return 0;
+    }
+    for (const ItemRow& row : block->rows) {
+        std::size_t length = 0;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            const TextSpan span = row[column];
+            require(span.offset <= block->text.size() && span.length <= block->text.size() - span.offset);
+            require(isValidUTF8(block->value(row, column)));
+            length += span.length;
+        }
+        require(length > 0);
+    }
+    return 0;
+}
