@@ -97,6 +97,9 @@ void MainWindow::layOut() {
     statusMessage->setObjectName("statusMessage");
     debugSummary->setObjectName("debugSummary");
     field.setFocus();
+    setTabOrder(&field, table);
+    setTabOrder(table, &searchBar->folderButton());
+    setTabOrder(&searchBar->folderButton(), &searchBar->settingsButton());
 }
 
 void MainWindow::wire() {
