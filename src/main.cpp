@@ -10,6 +10,8 @@
 #include <QApplication>
 
 #include <csignal>
+#include <string>
+#include <vector>
 
 namespace {
 
