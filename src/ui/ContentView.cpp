@@ -48,8 +48,11 @@ Result<void> ContentView::load() {
         return std::unexpected(state.error());
     current.appState = std::move(*state);
     applyAppearance();
-    if (auto reset = resetLogIfNeeded(); !reset)
-        return reset;
+    if (!current.hasResetLogForCurrentLaunch) {
+        if (auto reset = resetLog(current.appSettings.logDirectoryPath); !reset)
+            return reset;
+        current.hasResetLogForCurrentLaunch = true;
+    }
     const std::string& directory = current.appSettings.dataDirectoryPath;
     if (auto ensured = ensureDataDirectory(directory); !ensured)
         return ensured;
@@ -60,14 +63,6 @@ Result<void> ContentView::load() {
     adopt({std::move(*items), std::move(index)});
     ensureSelection();
     return {};
-}
-
-Result<void> ContentView::resetLogIfNeeded() {
-    if (current.hasResetLogForCurrentLaunch)
-        return {};
-    const auto reset = resetLog(current.appSettings.logDirectoryPath);
-    current.hasResetLogForCurrentLaunch = reset.has_value();
-    return reset;
 }
 
 void ContentView::adopt(LoadedItems loaded) {
@@ -98,10 +93,6 @@ void ContentView::select(const std::optional<UUID>& id) {
         return;
     current.selectedItemID = id;
     stateChanged();
-}
-
-void ContentView::moveSelection(int offset) {
-    select(movedSelection(filteredItems(), current.selectedItemID, offset));
 }
 
 std::optional<LaunchItem> ContentView::selectedItem() const {

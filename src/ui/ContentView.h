@@ -66,7 +66,6 @@ public:
 
     void setSearchText(std::string text);
     void select(const std::optional<UUID>& id);
-    void moveSelection(int offset);
 
     FilteredItems filteredItems() const { return {current.items->list, *current.filteredRows}; }
     std::optional<LaunchItem> selectedItem() const;
@@ -97,7 +96,6 @@ public:
 
 private:
     Result<void> load();
-    Result<void> resetLogIfNeeded();
     void adopt(LoadedItems loaded);
     void filter();
     void ensureSelection();

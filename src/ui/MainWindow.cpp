@@ -107,8 +107,8 @@ void MainWindow::wire() {
     field.onTextChange = [this](std::string text) { content.setSearchText(std::move(text)); };
     field.onDebugLog = [this](std::string_view line) { content.appendLogLine(line); };
     field.onSubmit = [this] { content.launchSelected(); };
-    field.onMoveUp = [this] { content.moveSelection(-1); };
-    field.onMoveDown = [this] { content.moveSelection(+1); };
+    field.onMoveUp = [this] { moveSelection(-1); };
+    field.onMoveDown = [this] { moveSelection(+1); };
     field.onMoveToBeginning = [this] { content.select(firstSelection(content.filteredItems())); };
     field.onMoveToEnd = [this] { content.select(lastSelection(content.filteredItems())); };
 
@@ -129,6 +129,10 @@ void MainWindow::wire() {
     confirmationDialog->onConfirm = [this] { content.confirmStartupChange(); };
     confirmationDialog->onCancel = [this] { content.cancelStartupChange(); };
     content.stateChanged = [this] { showState(); };
+}
+
+void MainWindow::moveSelection(int offset) {
+    content.select(movedSelection(content.filteredItems(), content.state().selectedItemID, offset));
 }
 
 void MainWindow::chooseDataDirectory() {

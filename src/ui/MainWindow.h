@@ -33,6 +33,7 @@ private:
     void wire();
     void showState();
     void applyColors();
+    void moveSelection(int offset);
     void chooseDataDirectory();
 
     ContentView& content;

@@ -38,6 +38,10 @@ protected:
         return item ? item->title : "nothing";
     }
 
+    void moveSelection(int offset) {
+        content.select(movedSelection(content.filteredItems(), state().selectedItemID, offset));
+    }
+
     const ContentViewState& state() const { return content.state(); }
 
     TemporaryDirectory configuration;

@@ -70,20 +70,20 @@ TEST_F(ContentViewTest, typingFiltersAndKeepsTheSelectionOnAVisibleRow) {
 
 TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
     content.appear();
-    content.moveSelection(-1);
+    moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "alpha");
-    content.moveSelection(+1);
-    content.moveSelection(+1);
-    content.moveSelection(+1);
+    moveSelection(+1);
+    moveSelection(+1);
+    moveSelection(+1);
     EXPECT_EQ(selectedTitle(), "gamma");
     content.select(std::nullopt);
-    content.moveSelection(-1);
+    moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "gamma");
     content.select(UUID::random());
-    content.moveSelection(+1);
+    moveSelection(+1);
     EXPECT_EQ(selectedTitle(), "alpha");
     content.setSearchText("nowhere");
-    content.moveSelection(+1);
+    moveSelection(+1);
     EXPECT_EQ(state().selectedItemID, std::nullopt);
 }
 
@@ -98,7 +98,7 @@ TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
     EXPECT_EQ(state().lastActionMessage, "Launched (finder): gamma");
     EXPECT_EQ(log(), logBefore) << "successes are not logged";
 
-    content.moveSelection(-1);
+    moveSelection(-1);
     content.launchSelected();
     const std::string message = "Command not found: missing-program";
     EXPECT_EQ(state().lastActionMessage, message);
@@ -155,7 +155,7 @@ TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
     content.appear();
     std::filesystem::remove_all(configuration.path("log"));
     configuration.write("log", "a file");
-    content.moveSelection(+1);
+    moveSelection(+1);
     content.launchSelected();
     EXPECT_EQ(state().lastActionMessage, "Command not found: missing-program | Log write failed");
     EXPECT_EQ(state().errorDialogMessage, "Command not found: missing-program");
