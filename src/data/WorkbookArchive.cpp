@@ -81,21 +81,24 @@ Result<WorkbookArchive> WorkbookArchive::open(std::string_view bytes) {
 }
 
 Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
-    std::unique_ptr<zip_source_t, void (*)(zip_source_t*)> owned(source, zip_source_free);
+    const auto giveUp = [source](const char* words) {
+        const auto failed = failure(words); // the words may belong to the source
+        zip_source_free(source);
+        return failed;
+    };
     zip_stat_t status;
     if (zip_source_open(source) != 0 || zip_source_stat(source, &status) != 0)
-        return failure(zip_error_strerror(zip_source_error(source)));
+        return giveUp(zip_error_strerror(zip_source_error(source)));
     const std::uint64_t claimedEntries = claimedZip64Entries(source, status.size);
     zip_source_close(source);
     if (claimedEntries > workbookLimits::entries)
-        return failure("too many entries");
+        return giveUp("too many entries");
 
     LibraryError error;
     WorkbookArchive opened;
     opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, error.get()));
     if (!opened.archive)
-        return failure(zip_error_strerror(error.get()));
-    owned.release(); // the archive has it now
+        return giveUp(zip_error_strerror(error.get()));
     if (const auto listed = opened.listEntries(status.size); !listed)
         return std::unexpected(listed.error());
     return opened;

@@ -28,9 +28,14 @@ struct WorkbookContent {
     TextSpan appendUnlessRecent(std::string_view more);
 
 private:
+    struct RecentText {
+        std::uint32_t print = 0;
+        TextSpan span;
+    };
+
     TextSpan append(std::string_view more);
 
-    std::vector<TextSpan> recentTexts; ///< each at a place that its hash gives
+    std::vector<RecentText> recentTexts; ///< each at the place that its fingerprint gives
 };
 
 } // namespace kavendra
