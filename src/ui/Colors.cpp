@@ -19,7 +19,7 @@ bool isDark(const QPalette& palette) {
 
 QColor searchBarColor(const QPalette& palette) {
     const QColor control = palette.color(QPalette::Base);
-    return isDark(palette) ? blended(control, Qt::white, 0.06F) : blended(control, Qt::black, 0.04F);
+    return isDark(palette) ? blended(control, Qt::white, 0.12F) : blended(control, Qt::black, 0.08F);
 }
 
 QColor searchFieldColor(const QPalette& palette) {

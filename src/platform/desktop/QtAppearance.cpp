@@ -45,7 +45,7 @@ constexpr Colours darkColours{
     .button = 0x36363a,
     .tooltip = 0x36363a,
     .text = 0xececee,
-    .placeholder = 0xa0a0a6,
+    .placeholder = 0xa8a8ae,
     .disabledText = 0xa0a0a6,
     .accent = 0x2f6fdd,
     .accentText = 0xffffff,
