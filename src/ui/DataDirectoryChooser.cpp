@@ -7,9 +7,16 @@
 
 namespace kavendra {
 
+namespace {
+
+constexpr QSize dialogSize(760, 480);
+
+} // namespace
+
 std::optional<std::string> chooseDataDirectory(QWidget& parent, const std::string& current) {
     QFileDialog dialog(&parent, translated("Choose Data Directory"),
                        QFile::decodeName(QByteArray::fromStdString(current)));
+    dialog.resize(dialogSize);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setLabelText(QFileDialog::Accept, translated("Choose"));
