@@ -1,0 +1,139 @@
+#!/usr/bin/python3 -B
+"""Uses the finished program as somebody would who does not see it: what is there and what happens is read from
+the accessibility bus, and all that is done goes through it. There is no mouse.
+usage: tools/on-virtual-desktop accessibility_end_to_end.py PROGRAM
+"""
+
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import time
+
+HERE = pathlib.Path(__file__).resolve().parent
+sys.path.insert(0, str(HERE.parent.parent / "tools"))
+from accessibility import Atspi, descendants, named  # noqa: E402
+from gi.repository import GLib  # noqa: E402
+
+SECONDS_TO_WAIT = 10
+KEYS = {"Return": 0xFF0D, "Escape": 0xFF1B, "Tab": 0xFF09, "Down": 0xFF54, "space": 0x20}
+
+focused = []  # what a screen reader would have said of the focus, in order
+
+
+def note_focus(event):
+    if event.detail1:
+        focused.append(f"{event.source.get_role_name()}: {event.source.get_name()}")
+
+
+def eventually(what, condition):
+    deadline = time.monotonic() + SECONDS_TO_WAIT
+    while time.monotonic() < deadline:
+        while GLib.MainContext.default().iteration(False):
+            pass
+        try:
+            if condition():
+                print("ok:", what)
+                return
+        except GLib.Error:
+            pass  # what was asked has gone from the screen meanwhile
+        time.sleep(0.05)
+    sys.exit(f"FAILED: {what}; the focus went over {focused[-6:]}; status: {status()}")
+
+
+def press(*names):
+    for name in names:
+        Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.SYM)
+
+
+def status():
+    line = named("Status")
+    return [label.get_name() for label in descendants(line)] if line else []
+
+
+def query(text):
+    Atspi.EditableText.set_text_contents(named("Search"), text)
+
+
+def texts_on_screen():
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        if desktop.get_child_at_index(index).get_name() == "kavendra":
+            for each in descendants(desktop.get_child_at_index(index)):
+                if each.get_state_set().contains(Atspi.StateType.SHOWING):
+                    yield each.get_name()
+
+
+def make_desktop(directory):
+    subprocess.run(["sh", HERE.parent / "support/make-test-desktop.sh", directory], check=True)
+    for variable in pathlib.Path(directory, "environment").read_text().splitlines():
+        name, value = variable.split("=", 1)
+        if name not in ("DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
+            os.environ[name] = value
+    os.environ.update(HOME=directory, ASAN_OPTIONS="detect_leaks=0")
+    data = pathlib.Path(directory, "config/kavendra")
+    data.mkdir()
+    (data / "items.csv").write_text(
+        "Title,Command,Params,Keywords\n"
+        "Team wiki,https://wiki.example/,,seeable\nBroken,no-such-program,,seeable\n"
+    )
+    record = pathlib.Path(directory, "record")
+    record.touch()
+    return record
+
+
+def use(record):
+    eventually("the window is there, with the focus in the search field", lambda: "text: Search" in focused)
+    roles = {"Search": "text", "Launch items": "table", "Settings": "push button"}
+    for name, role in roles.items():
+        eventually(f"{name} is a {role}", lambda: named(name).get_role_name() == role)
+
+    query("seeable")
+    eventually("the query narrows the table", lambda: Atspi.Table.get_n_rows(named("Launch items")) == 2)
+    eventually("the status line says so", lambda: status()[0] == "2 items")
+    press("Down")
+    eventually("the row that one moves to is told", lambda: focused[-1] == "table cell: Broken, no-such-program")
+    press("Return")
+    message = "Command not found: no-such-program"
+    eventually("the dialog's text can be read", lambda: message in texts_on_screen())
+    eventually("its button has the focus", lambda: focused[-1] == "push button: OK")
+    press("Escape")
+    eventually("Escape brings one back to the search field", lambda: focused[-1] == "text: Search")
+
+    query("wiki")
+    press("Return")
+    eventually("Enter opens the address", lambda: "browser\thttps://wiki.example/" in record.read_text())
+
+    press("Tab")
+    eventually("Tab goes to the table", lambda: focused[-1].startswith("table"))
+    press("Tab")
+    eventually("Tab goes on to the settings", lambda: focused[-1] == "push button: Settings")
+    press("space")
+    press("Down")
+    eventually("the menu's entries are told", lambda: focused[-1].endswith("Select All Text on Focus"))
+    press("Down", "Down")
+    eventually("one moves through them", lambda: focused[-1].endswith("Show Debug Summary"))
+    press("Return")
+    eventually(
+        "the debug summary can be read",
+        lambda: any(text.startswith("CSV columns: ") for text in texts_on_screen()),
+    )
+
+
+def main():
+    Atspi.init()
+    listener = Atspi.EventListener.new(note_focus)
+    listener.register("object:state-changed:focused")
+    with tempfile.TemporaryDirectory() as directory:
+        record = make_desktop(directory)
+        program = subprocess.Popen([sys.argv[1]])
+        try:
+            use(record)
+        finally:
+            program.terminate()
+            program.wait()
+    print("all steps passed")
+
+
+main()
