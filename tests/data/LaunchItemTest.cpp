@@ -21,18 +21,6 @@ TEST(LaunchItem, GivesColumnsByTheirExactNames) {
         EXPECT_EQ(columnValue(item, unknown), "") << unknown;
 }
 
-TEST(LaunchItem, IsEqualOnlyInAllFields) {
-    const LaunchItem item{
-        .id = UUID::random(), .title = "t", .command = {}, .params = {}, .keywords = {}, .source = "s"};
-    LaunchItem other = item;
-    EXPECT_EQ(item, other);
-    other.source = "S";
-    EXPECT_NE(item, other);
-    other = item;
-    other.id = UUID::random();
-    EXPECT_NE(item, other);
-}
-
 TEST(LaunchError, DescribesEachCaseInItsOwnWords) {
     const auto text = [](LaunchError::Case kind) { return LaunchError{kind, "~/x y"}.errorDescription(); };
     EXPECT_EQ(text(LaunchError::invalidURL), "Invalid URL: ~/x y");

@@ -65,13 +65,4 @@ TEST(ByteBuffer, GrowsByAppendingAlsoItsOwnBytes) {
     EXPECT_EQ(buffer.view(), expected);
 }
 
-TEST(ByteBuffer, PadsBehindASmallerSize) {
-    for (const std::size_t size : {std::size_t{1000}, 5 * mebibyte}) {
-        ByteBuffer buffer{std::string_view(pattern(size))};
-        buffer.setSize(size - 500);
-        EXPECT_EQ(buffer.size(), size - 500);
-        EXPECT_TRUE(isPadded(buffer));
-    }
-}
-
 } // namespace kavendra

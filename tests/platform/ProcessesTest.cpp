@@ -218,11 +218,4 @@ TEST(Processes, learnsHowAProgramEndedAlsoWhenStartedWithChildrenIgnored) {
     EXPECT_TRUE(outcome->succeeded);
 }
 
-TEST(Processes, knowsTheVariablesOfItsEnvironment) {
-    const Processes processes({"PATHS=1", "PATH=/a:/b=c", "PATH=/second", "EMPTY="});
-    EXPECT_EQ(processes.variable("PATH"), "/a:/b=c");
-    EXPECT_EQ(processes.variable("EMPTY"), "");
-    EXPECT_EQ(processes.variable("PAT"), "");
-}
-
 } // namespace kavendra

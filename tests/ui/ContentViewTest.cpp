@@ -34,17 +34,6 @@ TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
     EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
 }
 
-TEST_F(ContentViewTest, builtinItemsComeFirstAndCanBeHidden) {
-    configuration.write("Built-in.csv", std::string(header) + "built,,,\n");
-    content.appear();
-    EXPECT_EQ(selectedTitle(), "built");
-    LaunchSettings changed = state().appSettings;
-    changed.showBuiltinItems = false;
-    ASSERT_TRUE(content.saveSettings(changed));
-    content.reloadData();
-    EXPECT_EQ(state().lastActionMessage, "Loaded 3 items");
-}
-
 TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
     std::filesystem::remove_all(configuration.path("data"));
     content.appear();
@@ -208,14 +197,6 @@ TEST_F(ContentViewTest, launchAtLoginFollowsTheDesktopsAnswer) {
     EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::notFound);
     EXPECT_EQ(state().errorDialogMessage, message);
     EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
-}
-
-TEST_F(ContentViewTest, aSecondLoadOfTheSameItemsGivesThemNewIdentities) {
-    content.appear();
-    const auto before = state().selectedItemID;
-    content.reloadData();
-    EXPECT_EQ(selectedTitle(), "alpha");
-    EXPECT_NE(state().selectedItemID, before);
 }
 
 } // namespace kavendra

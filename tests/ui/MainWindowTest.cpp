@@ -34,18 +34,6 @@ protected:
 
 } // namespace
 
-TEST_F(MainWindowTest, typingAndEnterLaunchWhatIsShown) {
-    shown();
-    EXPECT_TRUE(field().hasFocus());
-    EXPECT_EQ(text("itemCount"), "3 items");
-    EXPECT_EQ(text("statusMessage"), "Loaded 3 items");
-    QTest::keyClicks(&field(), "alp");
-    EXPECT_EQ(text("itemCount"), "1 items");
-    QTest::keyClick(&field(), Qt::Key_Return);
-    EXPECT_EQ(desktop.calls, std::vector<std::string>{"openURL https://a.example/"});
-    EXPECT_EQ(text("statusMessage"), "Launched (url): alpha");
-}
-
 TEST_F(MainWindowTest, enterActsOnTheRowsOfTheLastKeystroke) {
     shown();
     // All of it is queued before any of it is handled, as when somebody types faster than a window paints.

@@ -32,17 +32,6 @@ TEST_F(WindowMenusTest, thereIsASearchPathExactlyWhileTheTextNamesSomething) {
     EXPECT_FALSE(menus.hasSearchPath());
 }
 
-TEST_F(WindowMenusTest, theSettingsProgramsAreOffered) {
-    LaunchSettings changed = state().appSettings;
-    changed.searchPathActions = {
-        {.appName = "Shell", .binaryPath = "sh", .targetType = SearchPathActionTargetType::directory}};
-    ASSERT_TRUE(content.saveSettings(changed));
-    content.setSearchText("/");
-    choose(menus.searchPathMenu(), "Open Directory with Shell");
-    EXPECT_EQ(processes.calls.size(), 1U);
-    EXPECT_EQ(state().lastActionMessage, "Opened directory with Shell");
-}
-
 TEST_F(WindowMenusTest, aRowsActionReportsAStatusOrAFailure) {
     const LaunchItem gamma = content.filteredItems()[2]; // its command is "/"
     const std::string logBefore = log();
