@@ -78,4 +78,3 @@ TEST(Includes, keepToolkitsOutOfTheCore) {
         EXPECT_TRUE(!isToolkit(include.name) || mayUseToolkits(include.file))
             << include.file << " includes " << include.name;
 }
-

@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// The entry that makes a freedesktop.org desktop start kavendra at login, a desktop entry in the XDG autostart
-/// directory.
+/// The entry that makes a freedesktop.org desktop start kavendra at login, a desktop entry in the XDG
+/// autostart directory.
 namespace kavendra {
 
 /// Returns where the entry is: $XDG_CONFIG_HOME/autostart/kavendra.desktop.
