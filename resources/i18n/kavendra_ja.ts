@@ -12,6 +12,14 @@
         <translation>検索</translation>
     </message>
     <message>
+        <source>Search icon</source>
+        <translation>検索のアイコン</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>消去</translation>
+    </message>
+    <message>
         <source>Launch items</source>
         <translation>起動項目</translation>
     </message>

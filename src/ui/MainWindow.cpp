@@ -6,6 +6,7 @@
 #include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -23,6 +24,22 @@ QFont caption(int steps) {
     QFont font;
     font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
     return font;
+}
+
+constexpr const char* roleProperty = "accessibleRole";
+
+QAccessibleInterface* interfaceOfItsRole(const QString&, QObject* object) {
+    const QVariant role = object ? object->property(roleProperty) : QVariant();
+    if (!role.isValid())
+        return nullptr;
+    return new QAccessibleWidget(qobject_cast<QWidget*>(object),
+                                 static_cast<QAccessible::Role>(role.toInt()));
+}
+
+/// Says what a plain widget is, which is nothing but a filler to assistive technology otherwise.
+void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
+    QAccessible::installFactory(interfaceOfItsRole); // once, however often it is said
+    widget.setProperty(roleProperty, static_cast<int>(role));
 }
 
 } // namespace
@@ -92,6 +109,8 @@ void MainWindow::layOut() {
     searchBar->settingsButton().setAccessibleName(translated("Settings"));
     searchBar->settingsButton().setToolTip(translated("Settings"));
     table->setAccessibleName(translated("Launch items"));
+    setAccessibleRole(*this, QAccessible::Window);
+    setAccessibleRole(*statusLine, QAccessible::StatusBar);
     statusLine->setAccessibleName(translated("Status"));
     itemCount->setObjectName("itemCount");
     statusMessage->setObjectName("statusMessage");

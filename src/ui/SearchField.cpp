@@ -3,6 +3,7 @@
 #include "ui/Colors.h"
 #include "ui/DisplayText.h"
 #include "ui/Icon.h"
+#include "ui/Translation.h"
 
 #include <QAction>
 #include <QFocusEvent>
@@ -11,6 +12,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTimer>
+#include <QToolButton>
 
 namespace kavendra {
 
@@ -40,6 +42,8 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
     setMaxLength(maximumQueryLength);
     icon = addAction(QIcon(), LeadingPosition);
+    for (QToolButton* button : findChildren<QToolButton*>())
+        button->setAccessibleName(translated(button->defaultAction() == icon ? "Search icon" : "Clear"));
     applyColors();
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         const std::string value = text.toStdString();

@@ -36,8 +36,8 @@ def eventually(what, condition):
             if condition():
                 print("ok:", what)
                 return
-        except GLib.Error:
-            pass  # what was asked has gone from the screen meanwhile
+        except (GLib.Error, AttributeError):
+            pass  # what was asked for is not, or no longer, on the screen
         time.sleep(0.05)
     sys.exit(f"FAILED: {what}; the focus went over {focused[-6:]}; status: {status()}")
 
@@ -56,13 +56,25 @@ def query(text):
     Atspi.EditableText.set_text_contents(named("Search"), text)
 
 
-def texts_on_screen():
+def windows():
     desktop = Atspi.get_desktop(0)
     for index in range(desktop.get_child_count()):
-        if desktop.get_child_at_index(index).get_name() == "kavendra":
-            for each in descendants(desktop.get_child_at_index(index)):
+        application = desktop.get_child_at_index(index)
+        if application.get_name() == "kavendra":
+            yield from (application.get_child_at_index(each) for each in range(application.get_child_count()))
+
+
+def texts(role):
+    """All that can be read in the windows of a role."""
+    for window in windows():
+        if window.get_role_name() == role:
+            for each in descendants(window):
                 if each.get_state_set().contains(Atspi.StateType.SHOWING):
                     yield each.get_name()
+
+
+def buttons():
+    return [each for window in windows() for each in descendants(window) if each.get_role_name() == "push button"]
 
 
 def make_desktop(directory):
@@ -85,9 +97,12 @@ def make_desktop(directory):
 
 def use(record):
     eventually("the window is there, with the focus in the search field", lambda: "text: Search" in focused)
-    roles = {"Search": "text", "Launch items": "table", "Settings": "push button"}
+    roles = {"Search": "text", "Launch items": "table", "Settings": "push button", "Status": "status bar"}
     for name, role in roles.items():
         eventually(f"{name} is a {role}", lambda: named(name).get_role_name() == role)
+
+    eventually("the window is a frame", lambda: [each.get_role_name() for each in windows()] == ["frame"])
+    eventually("every button has a name", lambda: all(each.get_name() for each in buttons()))
 
     query("seeable")
     eventually("the query narrows the table", lambda: Atspi.Table.get_n_rows(named("Launch items")) == 2)
@@ -96,17 +111,31 @@ def use(record):
     eventually("the row that one moves to is told", lambda: focused[-1] == "table cell: Broken, no-such-program")
     press("Return")
     message = "Command not found: no-such-program"
-    eventually("the dialog's text can be read", lambda: message in texts_on_screen())
+    eventually("the dialog's text can be read", lambda: message in texts("alert"))
     eventually("its button has the focus", lambda: focused[-1] == "push button: OK")
     press("Escape")
     eventually("Escape brings one back to the search field", lambda: focused[-1] == "text: Search")
+    press("Return")
+    eventually("the dialog comes again", lambda: focused[-1] == "push button: OK")
+    press("Return")
+    eventually("Enter brings one back as well", lambda: focused[-1] == "text: Search")
+    eventually("the dialog is gone", lambda: message not in texts("alert"))
 
     query("wiki")
     press("Return")
     eventually("Enter opens the address", lambda: "browser\thttps://wiki.example/" in record.read_text())
 
+    query(os.environ["HOME"])
+    eventually("a path brings its button", lambda: named("Search path").get_role_name() == "push button")
     press("Tab")
     eventually("Tab goes to the table", lambda: focused[-1].startswith("table"))
+    press("Tab")
+    eventually("Tab goes on to the path's button", lambda: focused[-1] == "push button: Search path")
+    press("space")
+    press("Down")
+    eventually("its menu is told", lambda: focused[-1] == "menu item: Open")
+    press("Escape")
+    eventually("Escape closes the menu", lambda: focused[-1] == "push button: Search path")
     press("Tab")
     eventually("Tab goes on to the settings", lambda: focused[-1] == "push button: Settings")
     press("space")
@@ -117,7 +146,7 @@ def use(record):
     press("Return")
     eventually(
         "the debug summary can be read",
-        lambda: any(text.startswith("CSV columns: ") for text in texts_on_screen()),
+        lambda: any(text.startswith("CSV columns: ") for text in texts("frame")),
     )
 
 
