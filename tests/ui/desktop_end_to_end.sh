@@ -50,9 +50,10 @@ xdotool search --sync --onlyvisible --name '^another window$' windowactivate --s
 start_again "a second start ends" 2
 eventually "it brings the window before another one that has the focus" active_window_is "$window"
 
+xdotool windowminimize "$window"
+eventually "the window is minimised again" is_minimised
 kill -STOP "$pid"
 start_again "a second start does not hang with the first" 4
-xdotool windowminimize "$window"
 kill -CONT "$pid"
 eventually "the first comes forward once it can" active_window_is "$window"
 
