@@ -1,6 +1,9 @@
 #include "tests/support/TestBus.h"
 
+#include "platform/desktop/GLibHandles.h"
+
 #include <cstdlib>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 
@@ -29,20 +32,34 @@ std::string TestBus::address() const {
 
 struct TestService::State {
     Description description;
-    Handler handler;
+    Manner manner;
     GMainContext* context = g_main_context_new();
     GMainLoop* loop = g_main_loop_new(context, FALSE);
     GDBusConnection* connection = nullptr;
     std::string interfaceName;
+    std::mutex mutex;
+    std::string answer;
+    std::vector<std::string> calls;
     std::thread thread;
 
     void connect(const std::string& address);
     void provide();
-    static void answer(GDBusConnection*, const char*, const char*, const char*, const char* method,
-                       GVariant* parameters, GDBusMethodInvocation* invocation, gpointer state) {
-        static_cast<State*>(state)->handler(method, parameters, invocation);
-    }
+    void take(GVariant* parameters, GDBusMethodInvocation* invocation);
 };
+
+void TestService::State::take(GVariant* parameters, GDBusMethodInvocation* invocation) {
+    const GText text(g_variant_print(parameters, FALSE));
+    const std::lock_guard lock(mutex);
+    calls.emplace_back(text.get());
+    switch (manner) {
+    case Manner::obliging:
+        return g_dbus_method_invocation_return_value(invocation, g_variant_new_parsed(answer.c_str()));
+    case Manner::refusing:
+        return g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Refused", "Not today");
+    case Manner::hanging:
+        return g_object_unref(invocation);
+    }
+}
 
 void TestService::State::connect(const std::string& address) {
     connection = g_dbus_connection_new_for_address_sync(
@@ -57,8 +74,11 @@ void TestService::State::connect(const std::string& address) {
 void TestService::State::provide() {
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(description.interface, nullptr);
     interfaceName = node->interfaces[0]->name;
+    const auto take = [](GDBusConnection*, const char*, const char*, const char*, const char*,
+                         GVariant* parameters, GDBusMethodInvocation* invocation,
+                         gpointer state) { static_cast<State*>(state)->take(parameters, invocation); };
     const GDBusInterfaceVTable methods{
-        .method_call = answer, .get_property = nullptr, .set_property = nullptr, .padding = {}};
+        .method_call = take, .get_property = nullptr, .set_property = nullptr, .padding = {}};
     g_main_context_push_thread_default(context);
     g_dbus_connection_register_object(connection, description.path, node->interfaces[0], &methods, this,
                                       nullptr, nullptr);
@@ -72,10 +92,12 @@ void TestService::State::provide() {
     g_variant_unref(reply);
 }
 
-TestService::TestService(const TestBus& bus, const Description& description, Handler handler)
+TestService::TestService(const TestBus& bus, const Description& description, Manner manner,
+                         const std::string& answer)
     : state(std::make_unique<State>()) {
     state->description = description;
-    state->handler = std::move(handler);
+    state->manner = manner;
+    state->answer = answer;
     state->connect(bus.address());
     state->provide();
     state->thread = std::thread([loop = state->loop] { g_main_loop_run(loop); });
@@ -100,9 +122,20 @@ TestService::~TestService() {
     g_main_context_unref(state->context);
 }
 
-void TestService::emit(const char* signal, GVariant* parameters) {
+std::vector<std::string> TestService::calls() const {
+    const std::lock_guard lock(state->mutex);
+    return state->calls;
+}
+
+void TestService::setAnswer(const std::string& answer) {
+    const std::lock_guard lock(state->mutex);
+    state->answer = answer;
+}
+
+void TestService::sendSignal(const char* name, const std::string& parameters) {
     g_dbus_connection_emit_signal(state->connection, nullptr, state->description.path,
-                                  state->interfaceName.c_str(), signal, parameters, nullptr);
+                                  state->interfaceName.c_str(), name,
+                                  g_variant_new_parsed(parameters.c_str()), nullptr);
 }
 
 } // namespace kavendra

@@ -2,9 +2,9 @@
 
 #include <gio/gio.h>
 
-#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kavendra {
 
@@ -23,8 +23,8 @@ private:
     std::unique_ptr<Daemon> daemon;
 };
 
-/// A service on that bus. It lives on a thread and a connection of its own, because the test itself waits for
-/// its answers.
+/// A service on that bus that keeps what it is asked. It lives on a thread and a connection of its own,
+/// because the test itself waits for its answers. Values are in GVariant's text format.
 class TestService {
 public:
     struct Description {
@@ -32,17 +32,24 @@ public:
         const char* path;
         const char* interface; ///< the XML of a node with one interface
     };
-    /// Called on the service's thread for every method call, which it has to answer or to drop.
-    using Handler = std::function<void(const std::string& method, GVariant* parameters,
-                                       GDBusMethodInvocation* invocation)>;
+    enum class Manner {
+        obliging,
+        refusing, ///< answers with an error
+        hanging,  ///< takes calls and never answers
+    };
 
-    TestService(const TestBus& bus, const Description& description, Handler handler);
+    TestService(const TestBus& bus, const Description& description, Manner manner,
+                const std::string& answer = "()");
     ~TestService();
     TestService(const TestService&) = delete;
     TestService& operator=(const TestService&) = delete;
 
-    /// Emits a signal of the interface; takes a floating `parameters`.
-    void emit(const char* signal, GVariant* parameters);
+    /// Returns the parameters of every call.
+    std::vector<std::string> calls() const;
+    /// What an obliging service answers from now on.
+    void setAnswer(const std::string& answer);
+    /// Sends a signal of the interface to everybody.
+    void sendSignal(const char* name, const std::string& parameters);
 
 private:
     struct State;

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <mutex>
 #include <string>
 #include <vector>
 
@@ -21,47 +20,15 @@ constexpr const char* name = "kavendra.Launcher";
 constexpr const char* path = "/kavendra/Launcher";
 constexpr const char* interface = "org.freedesktop.Application";
 
-/// Another kavendra that runs already; keeps the data that it is activated with.
-class OtherInstance {
-public:
-    enum class Manner { obliging, refusing, hanging };
+using Manner = TestService::Manner;
 
-    OtherInstance(const TestBus& bus, Manner manner)
-        : manner(manner),
-          service(bus, {.name = name, .path = path, .interface = description},
-                  [this](const std::string&, GVariant* parameters, GDBusMethodInvocation* invocation) {
-                      answer(parameters, invocation);
-                  }) {}
-
-    std::vector<std::string> activations() {
-        const std::lock_guard lock(mutex);
-        return data;
-    }
-
-private:
-    static constexpr const char* description =
-        "<node><interface name='org.freedesktop.Application'><method name='Activate'>"
-        "<arg type='a{sv}' name='platform_data' direction='in'/></method></interface></node>";
-
-    void answer(GVariant* parameters, GDBusMethodInvocation* invocation) {
-        {
-            const GText text(g_variant_print(parameters, FALSE));
-            const std::lock_guard lock(mutex);
-            data.emplace_back(text.get());
-        }
-        if (manner == Manner::obliging)
-            g_dbus_method_invocation_return_value(invocation, nullptr);
-        else if (manner == Manner::refusing)
-            g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Refused", "Not today");
-        else
-            g_object_unref(invocation);
-    }
-
-    Manner manner;
-    std::mutex mutex;
-    std::vector<std::string> data;
-    TestService service;
-};
+/// Another kavendra that runs already.
+constexpr TestService::Description otherInstance{.name = name, .path = path, .interface = R"(
+<node>
+  <interface name='org.freedesktop.Application'>
+    <method name='Activate'><arg type='a{sv}' name='platform_data' direction='in'/></method>
+  </interface>
+</node>)"};
 
 /// Somebody else on the bus who calls methods of the instance.
 class Caller {
@@ -101,25 +68,25 @@ private:
 
 TEST(BusInstance, aSecondStartHandsItsTokenOverAndIsDone) {
     const TestBus bus;
-    OtherInstance other(bus, OtherInstance::Manner::obliging);
+    const TestService other(bus, otherInstance, Manner::obliging);
     unsetenv("DESKTOP_STARTUP_ID");
     unsetenv("XDG_ACTIVATION_TOKEN");
     EXPECT_FALSE(becomeInstanceOnBus());
     setenv("XDG_ACTIVATION_TOKEN", "a-token", 1);
     setenv("DESKTOP_STARTUP_ID", "a/startup_TIME1", 1);
     EXPECT_FALSE(becomeInstanceOnBus());
-    EXPECT_EQ(other.activations(),
+    EXPECT_EQ(other.calls(),
               (std::vector<std::string>{"({},)", "({'activation-token': <'a-token'>, "
                                                  "'desktop-startup-id': <'a/startup_TIME1'>},)"}));
 }
 
 TEST(BusInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
     const TestBus bus;
-    OtherInstance other(bus, OtherInstance::Manner::hanging);
+    const TestService other(bus, otherInstance, Manner::hanging);
     const auto begin = Clock::now();
     EXPECT_FALSE(becomeInstanceOnBus());
     EXPECT_LT(Clock::now() - begin, 2s);
-    EXPECT_EQ(other.activations().size(), 1U) << "it does it when it can";
+    EXPECT_EQ(other.calls().size(), 1U) << "it does it when it can";
 }
 
 TEST(BusInstance, startsWhereNobodyCanBeAsked) {
@@ -127,9 +94,9 @@ TEST(BusInstance, startsWhereNobodyCanBeAsked) {
     EXPECT_TRUE(becomeInstanceOnBus());
     const TestBus bus;
     {
-        OtherInstance other(bus, OtherInstance::Manner::refusing);
+        const TestService other(bus, otherInstance, Manner::refusing);
         EXPECT_TRUE(becomeInstanceOnBus());
-        EXPECT_EQ(other.activations().size(), 1U);
+        EXPECT_EQ(other.calls().size(), 1U);
     }
     setenv("QT_NO_GLIB", "1", 1);
     EXPECT_TRUE(becomeInstanceOnBus());

@@ -1,7 +1,7 @@
 #include "platform/desktop/ColorSchemePortal.h"
 
 #include "platform/desktop/FreedesktopDesktop.h"
-#include "tests/support/TestPortal.h"
+#include "tests/support/TestBus.h"
 
 #include <QGuiApplication>
 #include <QPalette>
@@ -19,6 +19,38 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
+using Manner = TestService::Manner;
+
+constexpr TestService::Description settingsPortal{
+    .name = "org.freedesktop.portal.Desktop", .path = "/org/freedesktop/portal/desktop", .interface = R"(
+<node>
+  <interface name='org.freedesktop.portal.Settings'>
+    <method name='Read'>
+      <arg type='s' name='namespace' direction='in'/>
+      <arg type='s' name='key' direction='in'/>
+      <arg type='v' name='value' direction='out'/>
+    </method>
+    <signal name='SettingChanged'>
+      <arg type='s' name='namespace'/>
+      <arg type='s' name='key'/>
+      <arg type='v' name='value'/>
+    </signal>
+  </interface>
+</node>)"};
+
+/// What the portal answers: a value in a variant in a variant (the deprecated Read, which every portal has).
+std::string scheme(int number) {
+    return "(<<uint32 " + std::to_string(number) + ">>,)";
+}
+
+/// Tells everybody that a setting has another value.
+void change(TestService& portal, const std::string& key, int number) {
+    if (key == "color-scheme")
+        portal.setAnswer(scheme(number));
+    portal.sendSignal("SettingChanged", "('org.freedesktop.appearance', '" + key + "', <uint32 " +
+                                            std::to_string(number) + ">)");
+}
+
 /// Lets events happen for at most five seconds, until the condition holds; returns whether it does.
 bool eventuallyInLoop(const std::function<bool()>& condition) {
     const auto deadline = Clock::now() + 5s;
@@ -31,34 +63,34 @@ bool eventuallyInLoop(const std::function<bool()>& condition) {
 
 TEST(ColorSchemePortal, readsWhatThePersonPrefers) {
     struct Case {
-        std::uint32_t scheme;
-        TestPortal::Manner manner;
+        std::string answer;
+        Manner manner;
         Appearance expected;
     };
-    using enum TestPortal::Manner;
-    for (const auto& [scheme, manner, expected] : {
-             Case{0, obliging, Appearance::system},
-             Case{1, obliging, Appearance::dark},
-             Case{2, obliging, Appearance::light},
-             Case{3, obliging, Appearance::system},
-             Case{1, confused, Appearance::system},
-             Case{1, knowsNone, Appearance::system},
+    using enum Manner;
+    for (const auto& [answer, manner, expected] : {
+             Case{scheme(0), obliging, Appearance::system},
+             Case{scheme(1), obliging, Appearance::dark},
+             Case{scheme(2), obliging, Appearance::light},
+             Case{scheme(3), obliging, Appearance::system},
+             Case{"(<'dark'>,)", obliging, Appearance::system},
+             Case{scheme(1), refusing, Appearance::system},
          }) {
         const TestBus bus;
-        const TestPortal service(bus, scheme, manner);
+        const TestService service(bus, settingsPortal, manner, answer);
         const ColorSchemePortal portal([] {});
-        EXPECT_EQ(portal.preferred(), expected) << scheme;
+        EXPECT_EQ(portal.preferred(), expected) << answer;
     }
 }
 
 TEST(ColorSchemePortal, aPortalThatHangsDoesNotHoldTheWindowUp) {
     const TestBus bus;
-    TestPortal service(bus, 1, TestPortal::Manner::hanging);
+    TestService service(bus, settingsPortal, Manner::hanging);
     const auto begin = Clock::now();
     const ColorSchemePortal portal([] {});
     EXPECT_LT(Clock::now() - begin, 500ms);
     EXPECT_EQ(portal.preferred(), Appearance::system);
-    service.setColorScheme(1);
+    change(service, "color-scheme", 1);
     EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferred() == Appearance::dark; }));
 }
 
@@ -67,7 +99,7 @@ TEST(ColorSchemePortal, aPortalThatStartsLaterIsListenedTo) {
     int changes = 0;
     const ColorSchemePortal portal([&changes] { ++changes; });
     EXPECT_EQ(portal.preferred(), Appearance::system);
-    const TestPortal service(bus, 1);
+    const TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferred() == Appearance::dark; }));
     EXPECT_EQ(changes, 1);
 }
@@ -79,10 +111,10 @@ TEST(ColorSchemePortal, doesWithoutABus) {
 
 TEST(ColorSchemePortal, anAnswerThatComesTooLateTouchesNothing) {
     const TestBus bus;
-    const TestPortal service(bus, 1);
+    const TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int changes = 0;
     auto portal = std::make_unique<ColorSchemePortal>([&changes] { ++changes; });
-    ASSERT_TRUE(eventuallyInLoop([&] { return service.readCount() == 2; }));
+    ASSERT_TRUE(eventuallyInLoop([&] { return service.calls().size() == 2; }));
     g_usleep(50000); // the answer is there, but nobody has been told
     portal.reset();
     const auto deadline = Clock::now() + 100ms;
@@ -93,7 +125,7 @@ TEST(ColorSchemePortal, anAnswerThatComesTooLateTouchesNothing) {
 TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSystem) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const TestBus bus;
-    TestPortal service(bus, 1);
+    TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     const QPalette before = QGuiApplication::palette();
@@ -105,17 +137,17 @@ TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSyst
     EXPECT_FALSE(isDark());
     desktop.setAppearance(Appearance::system);
     EXPECT_TRUE(isDark());
-    service.setColorScheme(2);
+    change(service, "color-scheme", 2);
     // Qt's own event loop, which is what delivers it in the program.
     EXPECT_TRUE(QTest::qWaitFor([&] { return !isDark(); }));
-    service.setColorScheme(1);
+    change(service, "color-scheme", 1);
     EXPECT_TRUE(QTest::qWaitFor(isDark));
-    service.setColorScheme(0);
+    change(service, "color-scheme", 0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return QGuiApplication::palette() == before; }));
 
     desktop.setAppearance(Appearance::light);
-    service.setColorScheme(1);
-    service.changeSomethingElse();
+    change(service, "color-scheme", 1);
+    change(service, "contrast", 1);
     QTest::qWait(100);
     EXPECT_FALSE(isDark()) << "a choice of one's own stands above the desktop's";
     desktop.setAppearance(Appearance::system);

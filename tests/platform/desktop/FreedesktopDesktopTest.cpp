@@ -1,8 +1,8 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
 #include "tests/support/ProcessTable.h"
+#include "tests/support/TestBus.h"
 #include "tests/support/TestDesktop.h"
-#include "tests/support/TestFileManager.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -14,6 +14,17 @@
 namespace kavendra {
 
 namespace {
+
+constexpr TestService::Description fileManagerService{
+    .name = "org.freedesktop.FileManager1", .path = "/org/freedesktop/FileManager1", .interface = R"(
+<node>
+  <interface name='org.freedesktop.FileManager1'>
+    <method name='ShowFolders'>
+      <arg type='as' name='URIs' direction='in'/>
+      <arg type='s' name='StartupId' direction='in'/>
+    </method>
+  </interface>
+</node>)"};
 
 /// Made before the first test, because GIO reads its surroundings once.
 TestDesktop& testDesktop() {
@@ -125,14 +136,14 @@ TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerOfTheSession) {
     std::filesystem::create_directories(directory.path("a b"));
     const TestBus bus;
     {
-        const TestFileManager fileManager(bus, TestFileManager::Manner::obliging);
+        const TestService fileManager(bus, fileManagerService, TestService::Manner::obliging);
         EXPECT_TRUE(desktop.showDirectory(directory.path("a b")));
         EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
-        EXPECT_EQ(fileManager.shownFolders(),
-                  std::vector<std::string>{"file://" + directory.path() + "/a%20b"});
+        EXPECT_EQ(fileManager.calls(),
+                  std::vector<std::string>{"(['file://" + directory.path() + "/a%20b'], '')"});
         EXPECT_EQ(surroundings.record(), "");
     }
-    const TestFileManager fileManager(bus, TestFileManager::Manner::refusing);
+    const TestService fileManager(bus, fileManagerService, TestService::Manner::refusing);
     EXPECT_TRUE(desktop.showDirectory(directory.path()));
     EXPECT_EQ(surroundings.waitForRecord(), recordOf("files", directory.path()));
 }
@@ -140,11 +151,11 @@ TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerOfTheSession) {
 TEST_F(FreedesktopDesktopTest, doesNotWaitLongForAFileManagerThatHangs) {
     using namespace std::chrono_literals;
     const TestBus bus;
-    const TestFileManager fileManager(bus, TestFileManager::Manner::hanging);
+    const TestService fileManager(bus, fileManagerService, TestService::Manner::hanging);
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_TRUE(desktop.showDirectory(directory.path()));
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 5s);
-    EXPECT_EQ(fileManager.shownFolders().size(), 1U);
+    EXPECT_EQ(fileManager.calls().size(), 1U);
     EXPECT_EQ(surroundings.record(), "");
 }
 
