@@ -18,6 +18,10 @@ namespace {
 /// The largest text of one file. The Unicode services count in 32 bits.
 constexpr std::size_t maximumTextSize = std::numeric_limits<std::int32_t>::max();
 
+/// The most items of one file: what the largest file holds in rows of 64 bytes. A row of two bytes takes some
+/// thirty in the tables of the list and of the search, so that without this a file could take all memory.
+constexpr std::size_t maximumItems = std::size_t{16} << 20;
+
 /// After this many rows the number of all rows is estimated, so that their table grows once, not ten times.
 constexpr std::size_t rowsBeforeEstimate = 4096;
 
@@ -68,11 +72,8 @@ public:
     }
 
     void endRow() {
-        if (hasHeader && !isBlank) {
-            rows.push_back(row);
-            if (rows.size() == rowsBeforeEstimate)
-                reserveRows();
-        }
+        if (hasHeader && !isBlank)
+            addItem();
         hasHeader = true;
         row = {};
         isBlank = true;
@@ -88,6 +89,7 @@ public:
     }
 
     bool hasHeader = false;
+    bool hasTooManyItems = false;
     std::string headerLine; ///< the header's fields joined for the log
     std::vector<ItemRow> rows;
 
@@ -99,6 +101,16 @@ private:
             static_cast<std::size_t>(std::ranges::find(requiredColumns, name) - requiredColumns.begin());
         const bool counts = column < requiredColumns.size() && !std::exchange(hasColumn[column], true);
         columns.push_back(counts ? static_cast<std::uint8_t>(column) : notRequired);
+    }
+
+    void addItem() {
+        if (rows.size() == maximumItems) {
+            hasTooManyItems = true;
+            return;
+        }
+        rows.push_back(row);
+        if (rows.size() == rowsBeforeEstimate)
+            reserveRows();
     }
 
     void addToHeaderLine(std::string_view text) {
@@ -172,6 +184,10 @@ Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::
             return std::unexpected(LaunchError{LaunchError::missingRequiredColumns,
                                                std::string(fileName) + ": " + std::string(*missing)});
     }
+    if (collector.hasTooManyItems)
+        return std::unexpected(
+            LaunchError{LaunchError::invalidCSVFormat,
+                        std::string(fileName) + ": more than " + std::to_string(maximumItems) + " rows"});
     return ItemBlock{
         .text = std::move(text), .rows = std::move(collector.rows), .source = std::move(sourceName)};
 }

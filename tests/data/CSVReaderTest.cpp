@@ -145,4 +145,12 @@ TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
     EXPECT_EQ(block.error().description, "Invalid CSV format: unterminated quote");
 }
 
+TEST(ReadCSVItems, RefusesMoreRowsThanMemoryIsSpentOn) {
+    constexpr std::size_t limit = 16'777'216;
+    std::string text(header);
+    for (std::size_t row = 0; row <= limit; ++row)
+        text += "a\n";
+    EXPECT_EQ(read(text).failure, "Invalid CSV format: tools.csv: more than 16777216 rows");
+}
+
 } // namespace kavendra
