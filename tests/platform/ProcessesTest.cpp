@@ -67,7 +67,7 @@ TEST(Processes, givesAProgramItsEnvironmentASessionAndNothingElse) {
         expected += entry + '\0';
     EXPECT_EQ(directory.read("environ"), expected);
     const int process = std::atoi(directory.read("done").c_str());
-    EXPECT_EQ(parseProcessStatus(directory.read("stat")).session, process);
+    EXPECT_EQ(sessionOfProcess(directory.read("stat")), process);
     EXPECT_NE(getsid(0), process);
     EXPECT_TRUE(eventually([&] { return kill(process, 0) != 0; })) << "the ended program was not reaped";
     EXPECT_FALSE(hasZombieChild());

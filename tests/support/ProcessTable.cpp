@@ -1,25 +1,21 @@
 #include "tests/support/ProcessTable.h"
 
-#include <unistd.h>
+#include <sys/wait.h>
 
 #include <chrono>
 #include <cstdint>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <sstream>
 #include <thread>
 
 namespace kavendra {
 
-ProcessStatus parseProcessStatus(const std::string& text) {
+int sessionOfProcess(const std::string& text) {
     // The second field is the program's name in parentheses, and may hold anything.
     std::istringstream fields(text.substr(text.rfind(')') + 1));
-    ProcessStatus status;
-    int processGroup = 0;
-    fields >> status.state >> status.parent >> processGroup >> status.session;
-    return status;
+    char state = '?';
+    int parent = 0, processGroup = 0, session = 0;
+    fields >> state >> parent >> processGroup >> session;
+    return session;
 }
 
 bool handlesSignalsByDefault(const std::string& text) {
@@ -34,17 +30,8 @@ bool handlesSignalsByDefault(const std::string& text) {
 }
 
 bool hasZombieChild() {
-    std::error_code failed;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc", failed)) {
-        if (std::atoi(entry.path().filename().c_str()) == 0)
-            continue; // not a process
-        std::ifstream file(entry.path() / "stat");
-        const std::string text{std::istreambuf_iterator<char>(file), {}};
-        const ProcessStatus status = parseProcessStatus(text);
-        if (!text.empty() && status.parent == getpid() && status.state == 'Z')
-            return true;
-    }
-    return false;
+    siginfo_t child{};
+    return waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) == 0 && child.si_pid != 0;
 }
 
 bool eventually(const std::function<bool()>& condition) {

@@ -6,14 +6,8 @@
 /// What /proc knows about processes (proc(5)).
 namespace kavendra {
 
-struct ProcessStatus {
-    char state = '?'; ///< 'Z' for a zombie
-    int parent = 0;
-    int session = 0;
-};
-
-/// Reads the text of a /proc/PID/stat file.
-ProcessStatus parseProcessStatus(const std::string& text);
+/// The session of a process, by the text of its /proc/PID/stat file.
+int sessionOfProcess(const std::string& text);
 
 /// Whether a process blocks and ignores no signal, by the text of its /proc/PID/status file. The C library's
 /// own signals, behind the standard ones, do not count.

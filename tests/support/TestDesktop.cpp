@@ -36,7 +36,7 @@ std::vector<std::string> TestDesktop::environmentOfApplication() const {
 }
 
 int TestDesktop::sessionOfApplication() const {
-    return parseProcessStatus(directory.read("record.stat")).session;
+    return sessionOfProcess(directory.read("record.stat"));
 }
 
 bool TestDesktop::applicationHandlesSignalsByDefault() const {
