@@ -2,8 +2,9 @@
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "tests/launch/ActionsFixture.h"
-#include "tests/support/Limits.h"
+#include "tests/launch/LaunchFixture.h"
+
+#include <set>
 
 namespace kavendra {
 
@@ -11,38 +12,46 @@ namespace {
 
 using enum ExcelOpenMode;
 
-class ExcelIntegrationTest : public ActionsFixture {
+LaunchItem item(std::string command) {
+    LaunchItem result;
+    result.command = std::move(command);
+    return result;
+}
+
+class ExcelIntegrationTest : public LaunchFixture {
 protected:
     ExcelIntegrationTest() { setenv("TMPDIR", home.path("tmp").c_str(), 1); }
     ~ExcelIntegrationTest() override { setenv("TMPDIR", temporaryBefore.c_str(), 1); }
 
-    static LaunchItem item(std::string command) {
-        LaunchItem result;
-        result.command = std::move(command);
-        return result;
+    std::string openItem(const std::string& command, ExcelOpenMode mode) {
+        return withCalls(outcomeText(excel.openItem(item(command), mode)));
+    }
+    std::string openSearchPath(const std::string& text, ExcelOpenMode mode) {
+        return withCalls(outcomeText(excel.openSearchPath(text, mode)));
     }
 
-    std::string reportOf(const ActionOutcome& outcome) {
-        report()(outcome);
-        return takeReport();
-    }
-
-    std::vector<std::string> copies() {
-        std::vector<std::string> paths;
-        const auto names =
-            listDirectory(home.path("tmp/kavendra-excel-readonly")).value_or(std::vector<std::string>());
-        for (const std::string& name : names)
-            paths.push_back(home.path("tmp/kavendra-excel-readonly/" + name + "/Book.XLSX"));
-        return paths;
+    /// Returns the path of the one copy that has been made since the last call, having looked at it.
+    std::string newCopy() {
+        std::string made;
+        for (const std::string& name : listDirectory(copiesDirectory).value_or(std::vector<std::string>())) {
+            if (!knownCopies.insert(name).second)
+                continue;
+            EXPECT_EQ(made, "") << "more than one copy";
+            const std::filesystem::path directory = copiesDirectory + "/" + name;
+            made = directory / "Book.XLSX";
+            EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms(0444));
+            EXPECT_EQ(std::filesystem::status(directory).permissions(), std::filesystem::perms(0555));
+            EXPECT_EQ(home.read(made.substr(home.path().size())), "the workbook");
+            permissions(directory, std::filesystem::perms(0755)); // so that the test can clear up
+        }
+        return made;
     }
 
     std::string temporaryBefore = temporaryDirectory();
     std::string workbook = home.path("Book.XLSX");
+    std::string copiesDirectory = home.path("tmp/kavendra-excel-readonly");
+    std::set<std::string> knownCopies;
 };
-
-std::filesystem::perms permissions(const std::string& path) {
-    return std::filesystem::status(path).permissions();
-}
 
 } // namespace
 
@@ -52,13 +61,13 @@ TEST_F(ExcelIntegrationTest, knowsWorkbooksByTheirExtension) {
         EXPECT_EQ(excelWorkbookOf("'~/" + name + "'"), home.path(name));
         EXPECT_EQ(excelWorkbookOf(item(" ~/" + name)), home.path(name));
     }
-    for (const std::string name : {".xlsx", "xlsx", "a.xlsx.csv", "a.xlsxx", "a.xlt"}) {
+    for (const std::string name : {".xlsx", "xlsx", "a.xlsx.csv", "a.xlsxx", "a.xlt"})
         home.write(name, "");
-        EXPECT_EQ(excelWorkbookOf("~/" + name), std::nullopt) << name;
-        EXPECT_EQ(excelWorkbookOf(item("~/" + name)), std::nullopt) << name;
+    for (const std::string text :
+         {"~/.xlsx", "~/xlsx", "~/a.xlsx.csv", "~/a.xlsxx", "~/a.xlt", "~/missing.xlsx"}) {
+        EXPECT_EQ(excelWorkbookOf(text), std::nullopt) << text;
+        EXPECT_EQ(excelWorkbookOf(item(text)), std::nullopt) << text;
     }
-    EXPECT_EQ(excelWorkbookOf("~/missing.xlsx"), std::nullopt);
-    EXPECT_EQ(excelWorkbookOf(item("~/missing.xlsx")), std::nullopt);
     EXPECT_EQ(excelWorkbookOf("~/folder.xlsx"), std::nullopt);
     EXPECT_EQ(excelWorkbookOf(item("\"" + workbook + "\"")), std::nullopt) << "quotes belong to the field";
 }
@@ -76,63 +85,46 @@ TEST_F(ExcelIntegrationTest, theScriptNamesThePathInAString) {
                                                  "end tell");
 }
 
-TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyInEachMode) {
+TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyOfItsOwnInEachMode) {
     installExcel();
-    EXPECT_EQ(reportOf(excel.openSearchPath("~/Book.XLSX", newSession)),
-              "Opened search path in Excel (new session); run /usr/bin/open|-n|-a|" + excelPath + "|" +
-                  workbook);
-    EXPECT_EQ(reportOf(excel.openItem(item("~/Book.XLSX"), newSession)),
-              "Opened Command file in Excel (new session); run /usr/bin/open|-n|-a|" + excelPath + "|" +
-                  workbook);
-    EXPECT_FALSE(exists(home.path("tmp"))) << "nothing was copied";
-
-    const std::string readOnlyReport = reportOf(excel.openItem(item("~/Book.XLSX"), readOnly));
-    ASSERT_EQ(copies().size(), 1U);
-    const std::string first = copies()[0];
-    EXPECT_EQ(readOnlyReport, "Opened Command file in Excel (read-only); run /usr/bin/osascript|-e|" +
-                                  excelScript(first, true));
-    EXPECT_EQ(home.read(first.substr(home.path().size())), "the workbook");
-    EXPECT_EQ(permissions(first), std::filesystem::perms(0444));
-    EXPECT_EQ(permissions(std::string(parentPath(first))), std::filesystem::perms(0555));
-
-    const std::string newReport = reportOf(excel.openSearchPath("~/Book.XLSX", newSessionReadOnly));
-    ASSERT_EQ(copies().size(), 2U) << "each open has a copy of its own";
-    const std::string second = copies()[0] == first ? copies()[1] : copies()[0];
-    EXPECT_EQ(newReport, "Opened search path in Excel (new session, read-only); run /usr/bin/open|-n|-a|" +
-                             excelPath + "|" + second);
-    EXPECT_EQ(reportOf(excel.openItem(item(workbook), newSessionReadOnly)).substr(0, 53),
-              "Opened Command file in Excel (new session, read-only)");
-    EXPECT_EQ(reportOf(excel.openSearchPath(workbook, readOnly)).substr(0, 41),
-              "Opened search path in Excel (read-only); ");
-    for (const std::string& copy : copies()) // so that the test can clear up
-        chmod(std::string(parentPath(copy)).c_str(), 0755);
+    const std::string newSessionOf = "run /usr/bin/open|-n|-a|" + excelPath + "|";
+    for (const bool fromItem : {false, true}) {
+        const auto opened = [&](const std::string& path, ExcelOpenMode mode) {
+            return fromItem ? openItem(path, mode) : openSearchPath(path, mode);
+        };
+        const std::string report =
+            fromItem ? "Opened Command file in Excel " : "Opened search path in Excel ";
+        EXPECT_EQ(opened("~/Book.XLSX", newSession), report + "(new session); " + newSessionOf + workbook);
+        EXPECT_EQ(newCopy(), "");
+        const std::string readOnlyReport = opened("~/Book.XLSX", readOnly);
+        EXPECT_EQ(readOnlyReport,
+                  report + "(read-only); run /usr/bin/osascript|-e|" + excelScript(newCopy(), true));
+        const std::string bothReport = opened(workbook, newSessionReadOnly);
+        EXPECT_EQ(bothReport, report + "(new session, read-only); " + newSessionOf + newCopy());
+    }
+    EXPECT_EQ(knownCopies.size(), 4U);
 }
 
 TEST_F(ExcelIntegrationTest, looksForExcelInOnePlace) {
     EXPECT_STREQ(ExcelIntegration::defaultApplicationPath, "/Applications/Microsoft Excel.app");
-    EXPECT_FALSE(excel.canOpenSearchPath(workbook));
-    EXPECT_FALSE(excel.canOpenItem(item(workbook)));
-    EXPECT_EQ(reportOf(excel.openSearchPath(workbook, readOnly)), "Microsoft Excel not found");
-    EXPECT_EQ(reportOf(excel.openItem(item(workbook), newSession)), "Microsoft Excel not found");
+    EXPECT_EQ(openSearchPath(workbook, readOnly), "Microsoft Excel not found");
+    EXPECT_EQ(openItem(workbook, newSession), "Microsoft Excel not found");
     installExcel();
-    EXPECT_TRUE(excel.canOpenSearchPath(workbook));
-    EXPECT_TRUE(excel.canOpenItem(item(workbook)));
-    EXPECT_EQ(reportOf(excel.openSearchPath("~/folder.xlsx", readOnly)), "No Excel file to open");
-    EXPECT_EQ(reportOf(excel.openItem(item("~/gone.xlsx"), readOnly)), "No Excel file available in Command");
+    EXPECT_EQ(openSearchPath("~/folder.xlsx", readOnly), "No Excel file to open");
+    EXPECT_EQ(openItem("~/gone.xlsx", readOnly), "No Excel file available in Command");
 }
 
 TEST_F(ExcelIntegrationTest, reportsWhatFailsWithItsPath) {
     installExcel();
     processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "execution error (-1728)\n"};
-    EXPECT_EQ(reportOf(excel.openItem(item(workbook), newSession)),
+    EXPECT_EQ(openItem(workbook, newSession),
               "! Script execution failed: execution error (-1728); run /usr/bin/open|-n|-a|" + excelPath +
                   "|" + workbook);
-    const std::string directory = home.path("folder.xlsx");
-    EXPECT_EQ(reportOf(excel.openItem(item(directory), readOnly)), "! " + directory + ": Is a directory");
+    EXPECT_EQ(openItem("~/folder.xlsx", readOnly), "! " + home.path("folder.xlsx") + ": Is a directory");
     std::filesystem::remove_all(home.path("tmp"));
     home.write("tmp", "a file where the directory should be");
-    const std::string failed = reportOf(excel.openItem(item(workbook), readOnly));
-    EXPECT_TRUE(failed.starts_with("! " + home.path("tmp/kavendra-excel-readonly/"))) << failed;
+    const std::string failed = openItem(workbook, readOnly);
+    EXPECT_TRUE(failed.starts_with("! " + copiesDirectory + "/")) << failed;
     EXPECT_TRUE(failed.ends_with(": Not a directory")) << failed;
 }
 
