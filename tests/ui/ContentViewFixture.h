@@ -31,6 +31,8 @@ protected:
         configuration.write("data/items.csv", header + rows);
     }
 
+    std::string status() const { return state().lastActionMessage; }
+    std::string dialogText() const { return state().errorDialogMessage.value_or("no dialog"); }
     std::string log() const { return configuration.read("log/kavendra.log"); }
 
     std::string selectedTitle() const {

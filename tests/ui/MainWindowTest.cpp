@@ -2,68 +2,57 @@
 
 #include "platform/desktop/QtAppearance.h"
 #include "tests/support/Contrast.h"
-#include "tests/ui/ContentViewFixture.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "ui/HeldEnterFilter.h"
 
 #include <QApplication>
 #include <QMenu>
+#include <QMessageBox>
 #include <QPushButton>
-#include <QTest>
 #include <QToolTip>
 
 namespace kavendra {
 
 namespace {
 
-class MainWindowTest : public ContentViewFixture {
+class MainWindowTest : public MainWindowFixture {
 protected:
-    MainWindow& shown() {
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-        return window;
-    }
+    QLabel& label(const char* name) { return *window.findChild<QLabel*>(name); }
 
-    SearchField& field() { return *window.findChild<SearchField*>(); }
-    QString text(const char* name) { return window.findChild<QLabel*>(name)->text(); }
-    QMessageBox& dialog() { return *window.findChild<QMessageBox*>("errorDialog"); }
-    QMessageBox& confirmation() { return *window.findChild<QMessageBox*>("confirmationDialog"); }
-
-    WindowMenus menus{content, desktop, processes};
-    MainWindow window{content, menus};
+    QMessageBox& dialog = *window.findChild<QMessageBox*>("errorDialog");
+    QMessageBox& confirmation = *window.findChild<QMessageBox*>("confirmationDialog");
 };
 
 } // namespace
 
 TEST_F(MainWindowTest, enterActsOnTheRowsOfTheLastKeystroke) {
-    shown();
     // All of it is queued before any of it is handled, as when somebody types faster than a window paints.
     for (const QChar letter : QStringLiteral("gamma"))
-        QCoreApplication::postEvent(&field(),
+        QCoreApplication::postEvent(&field,
                                     new QKeyEvent(QEvent::KeyPress, letter.toUpper().unicode(), {}, letter));
-    QCoreApplication::postEvent(&field(), new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, "\r"));
+    QCoreApplication::postEvent(&field, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, "\r"));
     QCoreApplication::processEvents();
     EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
 }
 
 TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
-    shown();
-    QTest::keyClicks(&field(), "beta");
-    QTest::keyClick(&field(), Qt::Key_Return);
-    ASSERT_TRUE(dialog().isVisible());
-    EXPECT_EQ(dialog().windowTitle(), "kavendra");
-    EXPECT_EQ(dialog().text(), "Command not found: missing-program");
-    EXPECT_EQ(dialog().buttons().size(), 1);
+    QTest::keyClicks(&field, "beta");
+    QTest::keyClick(&field, Qt::Key_Return);
+    ASSERT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.windowTitle(), "kavendra");
+    EXPECT_EQ(dialog.text(), "Command not found: missing-program");
+    EXPECT_EQ(dialog.buttons().size(), 1);
     content.reportFailure("<b>another</b>");
-    EXPECT_EQ(dialog().text(), "<b>another</b>") << "a new failure takes the place of the old";
-    EXPECT_EQ(dialog().textFormat(), Qt::PlainText);
-    QTest::keyClick(&dialog(), Qt::Key_Escape);
-    EXPECT_FALSE(dialog().isVisible());
-    EXPECT_FALSE(state().errorDialogMessage);
-    EXPECT_EQ(text("statusMessage"), "<b>another</b>");
+    EXPECT_EQ(dialog.text(), "<b>another</b>") << "a new failure takes the place of the old";
+    EXPECT_EQ(dialog.textFormat(), Qt::PlainText);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialogText(), "no dialog");
+    EXPECT_EQ(label("statusMessage").text(), "<b>another</b>");
     content.reportFailure("again");
-    EXPECT_TRUE(dialog().isVisible());
-    QTest::mouseClick(dialog().button(QMessageBox::Ok), Qt::LeftButton);
-    EXPECT_FALSE(dialog().isVisible());
+    EXPECT_TRUE(dialog.isVisible());
+    QTest::mouseClick(dialog.button(QMessageBox::Ok), Qt::LeftButton);
+    EXPECT_FALSE(dialog.isVisible());
 }
 
 // What X11 delivers for a held key: release and press of the same moment, not marked as repeats when the
@@ -71,82 +60,81 @@ TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
 TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
     HeldEnterFilter filter;
     qApp->installEventFilter(&filter);
-    shown();
-    QTest::keyClicks(&field(), "beta");
+    QTest::keyClicks(&field, "beta");
     const auto send = [](QWidget& widget, QEvent::Type type, quint64 milliseconds, bool isRepeat) {
         QKeyEvent event(type, Qt::Key_Return, {}, "\r", isRepeat);
         event.setTimestamp(milliseconds);
         QApplication::sendEvent(widget.windowHandle(), &event);
     };
     send(window, QEvent::KeyPress, 1000, false);
-    ASSERT_TRUE(dialog().isVisible());
-    send(dialog(), QEvent::KeyRelease, 1500, false);
-    send(dialog(), QEvent::KeyPress, 1500, false);
-    send(dialog(), QEvent::KeyPress, 1530, true);
-    EXPECT_TRUE(dialog().isVisible());
-    EXPECT_EQ(state().lastActionMessage, "Command not found: missing-program");
-    send(dialog(), QEvent::KeyRelease, 1600, false);
-    send(dialog(), QEvent::KeyPress, 1900, false);
-    EXPECT_FALSE(dialog().isVisible()) << "a press of its own dismisses";
+    ASSERT_TRUE(dialog.isVisible());
+    send(dialog, QEvent::KeyRelease, 1500, false);
+    send(dialog, QEvent::KeyPress, 1500, false);
+    send(dialog, QEvent::KeyPress, 1530, true);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(status(), "Command not found: missing-program");
+    send(dialog, QEvent::KeyRelease, 1600, false);
+    send(dialog, QEvent::KeyPress, 1900, false);
+    EXPECT_FALSE(dialog.isVisible()) << "a press of its own dismisses";
 }
 
 TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
-    shown();
     const auto answer = [this](QMessageBox::StandardButton button) {
-        QTest::mouseClick(confirmation().button(button), Qt::LeftButton);
+        QTest::mouseClick(confirmation.button(button), Qt::LeftButton);
     };
     content.requestStartupChange();
-    ASSERT_TRUE(confirmation().isVisible());
-    EXPECT_EQ(confirmation().windowTitle(), "kavendra");
-    EXPECT_EQ(confirmation().text(), "Register kavendra to startup?");
+    ASSERT_TRUE(confirmation.isVisible());
+    EXPECT_EQ(confirmation.windowTitle(), "kavendra");
+    EXPECT_EQ(confirmation.text(), "Register kavendra to startup?");
     answer(QMessageBox::No);
     content.requestStartupChange();
-    QTest::keyClick(&confirmation(), Qt::Key_Escape);
+    QTest::keyClick(&confirmation, Qt::Key_Escape);
     content.requestStartupChange();
-    confirmation().close();
-    EXPECT_FALSE(confirmation().isVisible());
+    confirmation.close();
+    EXPECT_FALSE(confirmation.isVisible());
     EXPECT_FALSE(state().pendingStartupRegistrationAction);
+    content.confirmStartupChange();
     EXPECT_TRUE(desktop.calls.empty());
-    EXPECT_EQ(text("statusMessage"), "Loaded 3 items");
+    EXPECT_EQ(label("statusMessage").text(), "Loaded 3 items");
 
     content.requestStartupChange();
     answer(QMessageBox::Yes);
-    EXPECT_FALSE(confirmation().isVisible());
-    EXPECT_EQ(text("statusMessage"), "Enabled launch at login");
+    EXPECT_FALSE(confirmation.isVisible());
+    EXPECT_EQ(label("statusMessage").text(), "Enabled launch at login");
     desktop.startupResult = std::unexpected(Error{"reason"});
     content.requestStartupChange();
-    EXPECT_EQ(confirmation().text(), "Remove kavendra from startup?");
+    EXPECT_EQ(confirmation.text(), "Remove kavendra from startup?");
     answer(QMessageBox::Yes);
-    EXPECT_FALSE(confirmation().isVisible());
-    EXPECT_TRUE(dialog().isVisible());
+    EXPECT_FALSE(confirmation.isVisible());
+    EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(desktop.calls, (std::vector<std::string>{"registerLoginItem", "unregisterLoginItem"}));
 }
 
-TEST_F(MainWindowTest, aMessageOfAnyLengthFitsTheScreen) {
-    shown();
+TEST_F(MainWindowTest, hasItsSizesAlsoWithAMessageOfAnyLength) {
+    EXPECT_EQ(window.size(), QSize(960, 520));
     content.reportFailure(std::string(100000, 'x'));
-    EXPECT_LT(dialog().sizeHint().width(), 800);
-    EXPECT_LT(dialog().sizeHint().height(), 800);
-    EXPECT_EQ(window.width(), 960) << "the status line does not widen the window";
+    EXPECT_LT(dialog.sizeHint().width(), 800);
+    EXPECT_LT(dialog.sizeHint().height(), 800);
+    EXPECT_EQ(window.size(), QSize(960, 520)) << "the status line does not widen the window";
+    window.resize(10, 10);
+    EXPECT_EQ(window.size(), QSize(480, 200));
 }
 
 TEST_F(MainWindowTest, settingsShowAndHideTheLines) {
-    shown();
-    const auto visible = [this](const char* name) { return window.findChild<QWidget*>(name)->isVisible(); };
-    EXPECT_TRUE(visible("statusMessage"));
-    EXPECT_FALSE(visible("debugSummary"));
+    EXPECT_TRUE(label("statusMessage").isVisible());
+    EXPECT_FALSE(label("debugSummary").isVisible());
     LaunchSettings changed = state().appSettings;
     changed.showStatusMessage = false;
     changed.showDebugSummary = true;
     content.saveSettings(changed);
-    EXPECT_FALSE(visible("statusMessage"));
-    EXPECT_TRUE(visible("debugSummary"));
-    EXPECT_TRUE(
-        text("debugSummary").endsWith(" | Log dir: " + QString::fromStdString(configuration.path("log"))));
+    EXPECT_FALSE(label("statusMessage").isVisible());
+    EXPECT_TRUE(label("debugSummary").isVisible());
+    EXPECT_TRUE(label("debugSummary")
+                    .text()
+                    .endsWith(" | Log dir: " + QString::fromStdString(configuration.path("log"))));
 }
 
 TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
-    shown();
     content.reportFailure("a failure");
     content.requestStartupChange();
     QMenu menu(&window);
@@ -181,28 +169,20 @@ TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
 }
 
 TEST_F(MainWindowTest, comesForwardHoweverItWasHidden) {
-    shown();
-    window.findChild<ItemTable*>()->setFocus();
+    table.setFocus();
     window.showMaximized();
     window.showMinimized();
     window.comeForward("a-token");
     EXPECT_FALSE(window.isMinimized());
     EXPECT_TRUE(window.isMaximized());
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-    EXPECT_TRUE(field().hasFocus());
+    EXPECT_TRUE(field.hasFocus());
     EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN")) << "a token is used once";
 
     content.reportFailure("a failure");
     window.showMinimized();
     window.comeForward("");
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog())) << "which has to be answered first";
-}
-
-TEST_F(MainWindowTest, hasItsSizes) {
-    EXPECT_EQ(window.size(), QSize(960, 520));
-    shown();
-    window.resize(10, 10);
-    EXPECT_EQ(window.size(), QSize(480, 200));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog)) << "which has to be answered first";
 }
 
 } // namespace kavendra

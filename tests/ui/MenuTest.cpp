@@ -1,97 +1,96 @@
-#include "tests/ui/ContentViewFixture.h"
-#include "ui/MainWindow.h"
+#include "tests/support/MenuText.h"
+#include "tests/ui/MainWindowFixture.h"
 #include "ui/MenuBuilder.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
-#include <QTest>
+
+#include <gmock/gmock.h>
 
 namespace kavendra {
 
 namespace {
 
-/// Returns the titles of an open menu, disabled ones in parentheses, "-" for a separator.
-std::string textOf(const QMenu& menu) {
-    QStringList titles;
-    for (const QAction* action : menu.actions())
-        titles << (action->isSeparator() ? "-"
-                   : action->isEnabled() ? action->text()
-                                         : "(" + action->text() + ")");
-    return titles.join(", ").toStdString();
+using testing::HasSubstr;
+
+/// Returns what a menu on the screen offers; to act on an entry is to click it.
+Menu entriesOf(const QMenu& menu) {
+    Menu entries;
+    for (QAction* action : menu.actions())
+        entries.push_back({.title = action->text().toStdString(),
+                           .isEnabled = action->isEnabled(),
+                           .submenu = action->menu() ? entriesOf(*action->menu()) : Menu(),
+                           .action = [action] { action->trigger(); }});
+    return entries;
 }
 
-QMenu* openMenu() {
-    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
-}
-
-/// Chooses an entry of the open menu, or of a submenu of it, as a click does, and lets the action run.
-void chooseFromOpenMenu(const QString& title) {
-    for (const QAction* action : openMenu()->actions())
-        for (QAction* entry : action->menu() ? action->menu()->actions() : QList<QAction*>())
-            if (entry->text() == title)
-                entry->trigger();
-    openMenu()->close();
-    QCoreApplication::processEvents();
-}
-
-class MenuTest : public ContentViewFixture {
+class MenuTest : public MainWindowFixture {
 protected:
-    MenuTest() {
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    }
     ~MenuTest() override {
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->close();
     }
 
     void rightClick(const QPoint& position) {
-        QContextMenuEvent event(QContextMenuEvent::Mouse, position, table.viewport()->mapToGlobal(position));
-        QApplication::sendEvent(table.viewport(), &event);
+        sendMenuEvent(*table.viewport(), QContextMenuEvent::Mouse, position);
+    }
+    static void sendMenuEvent(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& position) {
+        QContextMenuEvent event(reason, position, widget.mapToGlobal(position));
+        QApplication::sendEvent(&widget, &event);
         QCoreApplication::processEvents();
     }
     QPoint pointIn(int row, int column) {
         return table.visualRect(table.model()->index(row, column)).center();
     }
 
-    WindowMenus menus{content, desktop, processes};
-    MainWindow window{content, menus};
-    ItemTable& table = *window.findChild<ItemTable*>();
-    SearchField& field = *window.findChild<SearchField*>();
+    static QMenu& openMenu() {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu)
+            throw std::runtime_error("no menu is open");
+        return *menu;
+    }
+    static std::string openMenuText() { return menuText(entriesOf(openMenu())); }
+    static void closeMenu() {
+        openMenu().close();
+        QCoreApplication::processEvents();
+    }
+    /// Chooses an entry of the open menu as a click does, and lets the action run.
+    static void chooseFromOpenMenu(const std::string& title) {
+        choose(entriesOf(openMenu()), title);
+        closeMenu();
+    }
+
+    static constexpr const char* generalMenu = "Reload Data Files, Open Data Directory";
     MenuButton& folderButton = *window.findChild<MenuButton*>();
 };
 
 } // namespace
 
 TEST_F(MenuTest, aRightClickSelectsTheRowAndKnowsTheColumn) {
-    rightClick(pointIn(2, 1));
-    EXPECT_EQ(selectedTitle(), "gamma");
-    ASSERT_TRUE(openMenu());
-    EXPECT_EQ(textOf(*openMenu()), "Open Parent Directory, Copy to Clipboard, Open in Excel, -, "
-                                   "Open Data File (items.csv), -, Reload Data Files, Open Data Directory");
-    chooseFromOpenMenu("Copy Cell Value");
-    EXPECT_EQ(desktop.calls, std::vector<std::string>{"copyText /"});
-
     rightClick(pointIn(1, 0));
     EXPECT_EQ(selectedTitle(), "beta");
-    EXPECT_TRUE(textOf(*openMenu()).starts_with("(Open Parent Directory), "));
-    EXPECT_TRUE(desktop.calls.size() == 1) << "a right click launches nothing";
+    EXPECT_EQ(openMenuText(), "(Open Parent Directory), "
+                              "Copy to Clipboard [Copy Command to Execute, Copy Cell Value, Copy Row], "
+                              "Open in Excel [(Read-Only), (New Session), (New Session + Read-Only)], -, "
+                              "Open Data File (items.csv), -, " +
+                                  std::string(generalMenu));
+    closeMenu();
+    rightClick(pointIn(2, 1));
+    EXPECT_EQ(selectedTitle(), "gamma");
+    chooseFromOpenMenu("Copy Cell Value");
+    EXPECT_EQ(desktop.calls, std::vector<std::string>{"copyText /"}) << "a right click launches nothing";
 }
 
-TEST_F(MenuTest, whereThereIsNoRowThereIsTheGeneralMenu) {
-    rightClick(pointIn(2, 1) + QPoint(0, 3 * table.rowHeight(2)));
-    ASSERT_TRUE(openMenu());
-    EXPECT_EQ(textOf(*openMenu()), "Reload Data Files, Open Data Directory");
-    EXPECT_EQ(selectedTitle(), "alpha") << "the selection stays";
-}
-
-TEST_F(MenuTest, behindTheLastColumnThereIsNoCellToCopy) {
+TEST_F(MenuTest, behindTheLastColumnThereIsNoCellAndBelowTheRowsTheGeneralMenu) {
     window.resize(1400, 520);
     rightClick(QPoint(table.viewport()->width() - 2, pointIn(1, 0).y()));
     EXPECT_EQ(selectedTitle(), "beta");
-    EXPECT_EQ(textOf(*openMenu()->actions()[1]->menu()),
-              "Copy Command to Execute, (Copy Cell Value), Copy Row");
+    EXPECT_THAT(openMenuText(), HasSubstr("[Copy Command to Execute, (Copy Cell Value), Copy Row]"));
+    closeMenu();
+    rightClick(pointIn(2, 1) + QPoint(0, 3 * table.rowHeight(2)));
+    EXPECT_EQ(openMenuText(), generalMenu);
+    EXPECT_EQ(selectedTitle(), "beta") << "the selection stays";
 }
 
 TEST_F(MenuTest, theKeyboardOpensTheMenuOfTheSelectedRowInItsPlace) {
@@ -99,18 +98,14 @@ TEST_F(MenuTest, theKeyboardOpensTheMenuOfTheSelectedRowInItsPlace) {
     table.setFocus();
     const QPoint belowRow = table.viewport()->mapToGlobal(QPoint(0, pointIn(2, 0).y()));
     QTest::keyClick(&table, Qt::Key_F10, Qt::ShiftModifier);
-    ASSERT_TRUE(openMenu());
-    EXPECT_EQ(textOf(*openMenu()->actions()[1]->menu()),
-              "Copy Command to Execute, (Copy Cell Value), Copy Row");
-    EXPECT_NEAR(openMenu()->y(), belowRow.y(), table.rowHeight(2));
-    EXPECT_EQ(openMenu()->x(), belowRow.x());
-    openMenu()->close();
+    EXPECT_THAT(openMenuText(), HasSubstr("[Copy Command to Execute, (Copy Cell Value), Copy Row]"));
+    EXPECT_NEAR(openMenu().y(), belowRow.y(), table.rowHeight(2));
+    EXPECT_EQ(openMenu().x(), belowRow.x());
+    closeMenu();
 
     content.select(std::nullopt);
-    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(5, 5), table.mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(&table, &menuKey);
-    ASSERT_TRUE(openMenu());
-    EXPECT_EQ(textOf(*openMenu()), "Reload Data Files, Open Data Directory");
+    sendMenuEvent(table, QContextMenuEvent::Keyboard, QPoint(5, 5));
+    EXPECT_EQ(openMenuText(), generalMenu);
 }
 
 TEST_F(MenuTest, theFolderButtonComesAndGoesAndMovesNothing) {
@@ -123,23 +118,18 @@ TEST_F(MenuTest, theFolderButtonComesAndGoesAndMovesNothing) {
     EXPECT_EQ(folderButton.size(), QSize(28, 28));
     EXPECT_EQ(table.geometry(), tableBefore);
     EXPECT_EQ(field.geometry(), fieldBefore);
-    EXPECT_FALSE(folderButton.accessibleName().isEmpty());
-    QTest::keyClicks(&field, "x");
-    EXPECT_FALSE(folderButton.isVisible());
-}
-
-TEST_F(MenuTest, theFolderButtonsMenuIsThatOfTheText) {
-    content.setSearchText(configuration.path("data"));
     for (int opened = 0; opened < 2; ++opened) {
         QMetaObject::invokeMethod(
             &folderButton, [] { chooseFromOpenMenu("Copy Directory"); }, Qt::QueuedConnection);
         folderButton.showMenu();
         QCoreApplication::processEvents();
-        EXPECT_EQ(textOf(*folderButton.menu()), "Open, Open Excel, Copy to Clipboard");
-        EXPECT_EQ(desktop.calls.size(), static_cast<std::size_t>(opened) + 1);
     }
-    EXPECT_EQ(desktop.calls[0], "copyText " + configuration.path("data"));
+    const std::string copied = "copyText " + configuration.path("data");
+    EXPECT_EQ(desktop.calls, (std::vector{copied, copied}));
+    EXPECT_EQ(status(), "Copied directory");
     EXPECT_EQ(folderButton.menu()->findChildren<QMenu*>().size(), 3) << "nothing is left of the first time";
+    QTest::keyClicks(&field, "x");
+    EXPECT_FALSE(folderButton.isVisible());
 }
 
 TEST(MenuBuilder, drawsWhatTheEntriesSay) {
@@ -163,23 +153,19 @@ TEST(MenuBuilder, drawsWhatTheEntriesSay) {
 }
 
 TEST(MenuBuilder, anActionRunsAfterTheMenuAndNotWithoutItsOwner) {
-    int runs = 0;
-    auto owner = std::make_unique<QWidget>();
-    const Menu entries{{.title = "Act", .action = [&runs] { ++runs; }}};
-    auto menu = std::make_unique<QMenu>();
-    fillMenu(*menu, entries, *owner);
-    menu->actions()[0]->trigger();
-    EXPECT_EQ(runs, 0);
-    menu.reset();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(runs, 1);
-
-    menu = std::make_unique<QMenu>();
-    fillMenu(*menu, entries, *owner);
-    menu->actions()[0]->trigger();
-    owner.reset();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(runs, 1);
+    for (const bool ownerStays : {true, false}) {
+        int runs = 0;
+        auto owner = std::make_unique<QWidget>();
+        auto menu = std::make_unique<QMenu>();
+        fillMenu(*menu, {{.title = "Act", .action = [&runs] { ++runs; }}}, *owner);
+        menu->actions()[0]->trigger();
+        EXPECT_EQ(runs, 0);
+        menu.reset();
+        if (!ownerStays)
+            owner.reset();
+        QCoreApplication::processEvents();
+        EXPECT_EQ(runs, ownerStays ? 1 : 0);
+    }
 }
 
 } // namespace kavendra

@@ -11,19 +11,25 @@ namespace kavendra {
 
 namespace {
 
-/// A field whose callbacks each append a word to `events`.
+/// A field that has the focus, beside another widget in a window that is active. Its callbacks each append a
+/// word to `events`.
 class SearchFieldTest : public testing::Test {
 protected:
     SearchFieldTest() {
-        field.onTextChange = [this](const std::string& text) { events += "text=" + text + " "; };
-        field.onDebugLog = [this](std::string_view line) { debugLines.emplace_back(line); };
-        field.onSubmit = [this] { events += "submit "; };
-        field.onMoveUp = [this] { events += "up "; };
-        field.onMoveDown = [this] { events += "down "; };
-        field.onMoveToBeginning = [this] { events += "beginning "; };
-        field.onMoveToEnd = [this] { events += "end "; };
-        field.show();
+        window.resize(600, 100);
+        field.resize(300, 40);
+        other.setGeometry(310, 0, 100, 40);
         field.setFocus();
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        const auto event = [this](const char* word) { return [this, word] { events += word; }; };
+        field.onTextChange = [this](const std::string& text) { events += "text=" + text + " "; };
+        field.onDebugLog = [this](std::string_view line) { lines.emplace_back(line); };
+        field.onSubmit = event("submit ");
+        field.onMoveUp = event("up ");
+        field.onMoveDown = event("down ");
+        field.onMoveToBeginning = event("beginning ");
+        field.onMoveToEnd = event("end ");
     }
 
     void compose(const QString& preedit, const QString& commit = {}) {
@@ -34,9 +40,11 @@ protected:
 
     std::string takeEvents() { return std::exchange(events, {}); }
 
-    SearchField field;
+    QWidget window;
+    SearchField field{&window};
+    QLineEdit other{&window};
     std::string events;
-    std::vector<std::string> debugLines;
+    std::vector<std::string> lines;
 };
 
 } // namespace
@@ -45,9 +53,9 @@ TEST_F(SearchFieldTest, everyEditIsReportedAtOnce) {
     QTest::keyClicks(&field, "ab");
     QTest::keyClick(&field, Qt::Key_Backspace);
     EXPECT_EQ(takeEvents(), "text=a text=ab text=a ");
-    EXPECT_EQ(debugLines, (std::vector<std::string>{"SearchField controlTextDidChange value=a",
-                                                    "SearchField controlTextDidChange value=ab",
-                                                    "SearchField controlTextDidChange value=a"}));
+    EXPECT_EQ(lines, (std::vector<std::string>{"SearchField controlTextDidChange value=a",
+                                               "SearchField controlTextDidChange value=ab",
+                                               "SearchField controlTextDidChange value=a"}));
 }
 
 TEST_F(SearchFieldTest, keysThatMeanTheTableDoNotEdit) {
@@ -108,21 +116,12 @@ TEST_F(SearchFieldTest, showingTheSameTextLeavesTheCaretAlone) {
 
 namespace {
 
-/// A field beside another widget in a window that is active.
-class SearchFieldFocusTest : public testing::Test {
+/// The field holds some text, and the other widget has the focus.
+class SearchFieldFocusTest : public SearchFieldTest {
 protected:
     SearchFieldFocusTest() {
-        window.resize(600, 100);
-        field.setParent(&window);
-        other.setParent(&window);
-        field.resize(300, 40);
-        other.setGeometry(310, 0, 100, 40);
-        field.onTextChange = [](const std::string&) {};
         field.showText("abc def");
         other.setFocus();
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
-        field.onDebugLog = [this](std::string_view line) { lines.emplace_back(line); };
     }
 
     QString selectedAfterEvents() {
@@ -132,11 +131,6 @@ protected:
     }
 
     void click() { QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(60, 20)); }
-
-    QWidget window;
-    SearchField field;
-    QLineEdit other;
-    std::vector<std::string> lines;
 };
 
 } // namespace
@@ -202,8 +196,7 @@ TEST_F(SearchFieldFocusTest, aWindowThatIsActivatedAgainSelectsAllAgain) {
 TEST_F(SearchFieldFocusTest, selectingNeverEndsAComposition) {
     field.selectAllOnFocus = true;
     field.setFocus(Qt::OtherFocusReason);
-    QInputMethodEvent composing("に", {});
-    QApplication::sendEvent(&field, &composing);
+    compose("に");
     EXPECT_EQ(selectedAfterEvents(), "");
 }
 

@@ -3,24 +3,25 @@
 #include "tests/ui/ContentViewFixture.h"
 #include "ui/MainWindow.h"
 
+#include <QCoreApplication>
 #include <QLocale>
+#include <QTranslator>
 
 namespace kavendra {
 
 namespace {
 
-class TranslationTest : public ContentViewFixture {
-protected:
-    /// All titles of a menu and its submenus that are for a person to read in their language.
-    static void collect(const Menu& menu, std::vector<std::string>& titles) {
-        for (const MenuEntry& entry : menu) {
-            if (!entry.isSeparator())
-                titles.push_back(entry.title);
-            if (entry.title != "Appearance") // its entries are written as in the settings file
-                collect(entry.submenu, titles);
-        }
+using TranslationTest = ContentViewFixture;
+
+/// All titles of a menu and its submenus that are for a person to read in their language.
+void collect(const Menu& menu, std::vector<std::string>& titles) {
+    for (const MenuEntry& entry : menu) {
+        if (!entry.isSeparator())
+            titles.push_back(entry.title);
+        if (entry.title != "Appearance") // its entries are written as in the settings file
+            collect(entry.submenu, titles);
     }
-};
+}
 
 } // namespace
 
@@ -54,6 +55,7 @@ TEST_F(TranslationTest, japaneseIsComplete) {
 
     MainWindow window(content, menus);
     EXPECT_EQ(window.findChild<SearchField*>()->placeholderText(), "Title、Command、Params、Keywords を検索");
+    qDeleteAll(QCoreApplication::instance()->findChildren<QTranslator*>()); // other tests read English
 }
 
 } // namespace kavendra
