@@ -2,7 +2,8 @@
 
 #include "platform/Menu.h"
 
-#include <stdexcept>
+#include <gtest/gtest.h>
+
 #include <string>
 
 namespace kavendra {
@@ -15,19 +16,20 @@ inline std::string titleOf(const MenuEntry& entry) {
     return title;
 }
 
-/// Returns a menu as one line: the entries with ", " between them, disabled ones in parentheses, a submenu in
-/// brackets behind its title, "-" for a separator.
+/// Returns a menu as one line: the entries with ", " between them, disabled ones in parentheses, " *" behind
+/// one with a check mark, a submenu in brackets behind its title, "-" for a separator.
 inline std::string menuText(const Menu& menu) {
     std::string text;
     for (const MenuEntry& entry : menu) {
         if (!text.empty())
             text += ", ";
+        const std::string title = titleOf(entry) + (entry.isChecked.value_or(false) ? " *" : "");
         if (entry.isSeparator())
             text += "-";
         else if (!entry.submenu.empty())
-            text += titleOf(entry) + " [" + menuText(entry.submenu) + "]";
+            text += title + " [" + menuText(entry.submenu) + "]";
         else
-            text += entry.isEnabled ? titleOf(entry) : "(" + titleOf(entry) + ")";
+            text += entry.isEnabled ? title : "(" + title + ")";
     }
     return text;
 }
@@ -45,10 +47,10 @@ inline const MenuEntry* findEntry(const Menu& menu, const std::string& title) {
 
 /// Does what choosing the entry would do, also of one that is disabled.
 inline void choose(const Menu& menu, const std::string& title) {
-    const MenuEntry* entry = findEntry(menu, title);
-    if (!entry)
-        throw std::runtime_error("no entry " + title);
-    entry->action();
+    if (const MenuEntry* entry = findEntry(menu, title))
+        entry->action();
+    else
+        ADD_FAILURE() << "no entry " << title;
 }
 
 } // namespace kavendra

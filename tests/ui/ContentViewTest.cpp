@@ -13,32 +13,34 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 
-class ContentViewTest : public ContentViewFixture {};
+using ContentViewTest = ContentViewFixture;
 
 } // namespace
 
 TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
-    EXPECT_EQ(state().lastActionMessage, "No item launched");
+    EXPECT_EQ(status(), "No item launched");
     EXPECT_TRUE(state().items->list.empty());
     EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
     content.launchSelected();
-    EXPECT_EQ(state().lastActionMessage, "No item selected");
-    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_EQ(status(), "No item selected");
+    EXPECT_EQ(dialogText(), "no dialog");
 }
 
 TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
+    desktop.startupStatus = StartupRegistrationStatus::enabled;
     content.appear();
-    EXPECT_EQ(state().lastActionMessage, "Loaded 3 items");
+    EXPECT_EQ(status(), "Loaded 3 items");
     EXPECT_EQ(selectedTitle(), "alpha");
     EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
     EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
+    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
 }
 
 TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
     std::filesystem::remove_all(configuration.path("data"));
     content.appear();
-    EXPECT_EQ(state().lastActionMessage, "No launch items found in " + configuration.path("data"));
-    EXPECT_FALSE(state().errorDialogMessage);
+    EXPECT_EQ(status(), "No launch items found in " + configuration.path("data"));
+    EXPECT_EQ(dialogText(), "no dialog");
     EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
 }
 
@@ -80,23 +82,20 @@ TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
     content.appear();
     content.launchSelected();
     EXPECT_THAT(desktop.calls, ElementsAre("openURL https://a.example/"));
-    EXPECT_EQ(state().lastActionMessage, "Launched (url): alpha");
+    EXPECT_EQ(status(), "Launched (url): alpha");
     const std::string logBefore = log();
     content.select(lastSelection(content.filteredItems()));
     content.launchSelected();
-    EXPECT_EQ(state().lastActionMessage, "Launched (finder): gamma");
+    EXPECT_EQ(status(), "Launched (finder): gamma");
     EXPECT_EQ(log(), logBefore) << "successes are not logged";
 
     moveSelection(-1);
     content.launchSelected();
     const std::string message = "Command not found: missing-program";
-    EXPECT_EQ(state().lastActionMessage, message);
-    EXPECT_EQ(state().errorDialogMessage, message);
+    EXPECT_EQ(status(), message);
+    EXPECT_EQ(dialogText(), message);
     EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
     EXPECT_EQ(selectedTitle(), "beta");
-    content.dismissErrorDialog();
-    EXPECT_FALSE(state().errorDialogMessage);
-    EXPECT_EQ(state().lastActionMessage, message);
 }
 
 TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
@@ -106,7 +105,7 @@ TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
     content.reloadData();
     EXPECT_TRUE(state().items->list.empty());
     EXPECT_EQ(state().selectedItemID, std::nullopt);
-    EXPECT_EQ(state().errorDialogMessage, "Invalid CSV format: unterminated quote");
+    EXPECT_EQ(dialogText(), "Invalid CSV format: unterminated quote");
     EXPECT_THAT(log(), EndsWith("] Invalid CSV format: unterminated quote\n"));
     writeItems("alpha,,,\n");
     content.reloadData();
@@ -119,13 +118,11 @@ TEST_F(ContentViewTest, settingsThatWereReadStayWhenALaterStepFails) {
     configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
     configuration.write("kavendra-state.json", "[");
     content.appear();
-    EXPECT_EQ(state().errorDialogMessage,
-              "State file is invalid: " + configuration.path("kavendra-state.json"));
+    EXPECT_EQ(dialogText(), "State file is invalid: " + configuration.path("kavendra-state.json"));
     EXPECT_TRUE(state().appSettings.showDebugSummary);
     configuration.write("kavendra-settings.json", "{}");
     content.reloadData();
-    EXPECT_EQ(state().errorDialogMessage,
-              "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
+    EXPECT_EQ(dialogText(), "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
     EXPECT_TRUE(state().appSettings.showDebugSummary) << "the settings of before stay in force";
 }
 
@@ -146,8 +143,8 @@ TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
     configuration.write("log", "a file");
     moveSelection(+1);
     content.launchSelected();
-    EXPECT_EQ(state().lastActionMessage, "Command not found: missing-program | Log write failed");
-    EXPECT_EQ(state().errorDialogMessage, "Command not found: missing-program");
+    EXPECT_EQ(status(), "Command not found: missing-program | Log write failed");
+    EXPECT_EQ(dialogText(), "Command not found: missing-program");
 
     ContentView next(desktop, processes, configuration.path(), "");
     next.appear();
@@ -156,7 +153,7 @@ TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
     EXPECT_EQ(next.state().lastActionMessage, reason + " | Log write failed");
 }
 
-TEST_F(ContentViewTest, aChangeIsAdoptedOnlyOnceItIsWritten) {
+TEST_F(ContentViewTest, aColumnWidthIsAdoptedOnlyOnceItIsWritten) {
     content.appear();
     content.updateColumnWidth("Title", 150.4);
     EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
@@ -166,37 +163,8 @@ TEST_F(ContentViewTest, aChangeIsAdoptedOnlyOnceItIsWritten) {
     const ScopedFileSizeLimit limit(8);
     content.updateColumnWidth("Title", 200);
     EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
-    EXPECT_THAT(*state().errorDialogMessage, HasSubstr("kavendra-state.json: File too large"));
-    LaunchSettings changed = state().appSettings;
-    changed.showStatusMessage = false;
-    EXPECT_FALSE(content.saveSettings(changed));
-    EXPECT_TRUE(state().appSettings.showStatusMessage);
+    EXPECT_THAT(dialogText(), HasSubstr("kavendra-state.json: File too large"));
     EXPECT_EQ(configuration.read("kavendra-state.json"), written);
-}
-
-TEST_F(ContentViewTest, launchAtLoginFollowsTheDesktopsAnswer) {
-    content.confirmStartupChange();
-    desktop.startupStatus = StartupRegistrationStatus::enabled;
-    content.appear();
-    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
-    EXPECT_TRUE(desktop.calls.empty()) << "nothing was asked for";
-    const std::string logBefore = log();
-    content.requestStartupChange();
-    EXPECT_EQ(state().pendingStartupRegistrationAction, StartupRegistrationAction::unregisterApp);
-    desktop.startupStatusAfterChange = StartupRegistrationStatus::notRegistered;
-    content.confirmStartupChange();
-    EXPECT_EQ(state().pendingStartupRegistrationAction, std::nullopt);
-    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::notRegistered);
-    EXPECT_EQ(state().lastActionMessage, "Disabled launch at login");
-    EXPECT_EQ(log(), logBefore);
-
-    desktop.startupStatusAfterChange = StartupRegistrationStatus::notFound;
-    content.requestStartupChange();
-    content.confirmStartupChange();
-    const std::string message = "Failed to update startup registration: App service not found";
-    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::notFound);
-    EXPECT_EQ(state().errorDialogMessage, message);
-    EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
 }
 
 } // namespace kavendra
