@@ -58,15 +58,4 @@ TEST(SubstringSearch, FindsEveryPlaceInTextsOfAnyLengthAndAlignment) {
     }
 }
 
-TEST(SubstringSearch, GoesOnWhereItIsTold) {
-    const ByteBuffer buffer{std::string_view(std::string(1'000, 'a'))};
-    const SubstringSearch search("aa", ByteFrequencies(buffer.view()));
-    std::vector<std::size_t> found;
-    search.forEachMatch(buffer.view(), [&](std::size_t position) {
-        found.push_back(position);
-        return position + 333;
-    });
-    EXPECT_EQ(found, (std::vector<std::size_t>{0, 333, 666}));
-}
-
 } // namespace kavendra
