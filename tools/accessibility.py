@@ -22,16 +22,27 @@ def descendants(accessible):
             yield from descendants(child)
 
 
-def named(name):
-    """The first thing of that name that is on the screen, None when there is none."""
+def windows():
+    """The windows of kavendra."""
     desktop = Atspi.get_desktop(0)
     for index in range(desktop.get_child_count()):
         application = desktop.get_child_at_index(index)
         if application is not None and application.get_name() == "kavendra":
-            for each in descendants(application):
-                if each.get_name() == name and each.get_state_set().contains(Atspi.StateType.SHOWING):
-                    return each
-    return None
+            yield from (application.get_child_at_index(each) for each in range(application.get_child_count()))
+
+
+def shown(role=None):
+    """All that is on the screen below the windows, or only below those of a role."""
+    for window in windows():
+        if window is not None and role in (None, window.get_role_name()):
+            for each in descendants(window):
+                if each.get_state_set().contains(Atspi.StateType.SHOWING):
+                    yield each
+
+
+def named(name):
+    """The first thing of that name that is on the screen, None when there is none."""
+    return next((each for each in shown() if each.get_name() == name), None)
 
 
 def wait_and_print(answer):

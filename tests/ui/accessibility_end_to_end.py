@@ -4,6 +4,7 @@ the accessibility bus, and all that is done goes through it. There is no mouse.
 usage: tools/on-virtual-desktop accessibility_end_to_end.py PROGRAM
 """
 
+import fnmatch
 import os
 import pathlib
 import subprocess
@@ -13,7 +14,7 @@ import time
 
 HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent.parent / "tools"))
-from accessibility import Atspi, descendants, named  # noqa: E402
+from accessibility import Atspi, descendants, named, shown, windows  # noqa: E402
 from gi.repository import GLib  # noqa: E402
 
 SECONDS_TO_WAIT = 10
@@ -47,6 +48,12 @@ def press(*names):
         Atspi.generate_keyboard_event(KEYS[name], None, Atspi.KeySynthType.SYM)
 
 
+def after(*keys, told, what):
+    """Presses the keys; the last that is told of the focus then matches a pattern."""
+    press(*keys)
+    eventually(what, lambda: fnmatch.fnmatchcase(focused[-1], told))
+
+
 def status():
     line = named("Status")
     return [label.get_name() for label in descendants(line)] if line else []
@@ -56,21 +63,9 @@ def query(text):
     Atspi.EditableText.set_text_contents(named("Search"), text)
 
 
-def windows():
-    desktop = Atspi.get_desktop(0)
-    for index in range(desktop.get_child_count()):
-        application = desktop.get_child_at_index(index)
-        if application.get_name() == "kavendra":
-            yield from (application.get_child_at_index(each) for each in range(application.get_child_count()))
-
-
 def texts(role):
     """All that can be read in the windows of a role."""
-    for window in windows():
-        if window.get_role_name() == role:
-            for each in descendants(window):
-                if each.get_state_set().contains(Atspi.StateType.SHOWING):
-                    yield each.get_name()
+    return [each.get_name() for each in shown(role)]
 
 
 def buttons():
@@ -107,18 +102,14 @@ def use(record):
     query("seeable")
     eventually("the query narrows the table", lambda: Atspi.Table.get_n_rows(named("Launch items")) == 2)
     eventually("the status line says so", lambda: status()[0] == "2 items")
-    press("Down")
-    eventually("the row that one moves to is told", lambda: focused[-1] == "table cell: Broken, no-such-program")
+    after("Down", told="table cell: Broken, no-such-program", what="the row that one moves to is told")
     press("Return")
     message = "Command not found: no-such-program"
     eventually("the dialog's text can be read", lambda: message in texts("alert"))
-    eventually("its button has the focus", lambda: focused[-1] == "push button: OK")
-    press("Escape")
-    eventually("Escape brings one back to the search field", lambda: focused[-1] == "text: Search")
-    press("Return")
-    eventually("the dialog comes again", lambda: focused[-1] == "push button: OK")
-    press("Return")
-    eventually("Enter brings one back as well", lambda: focused[-1] == "text: Search")
+    after(told="push button: OK", what="its button has the focus")
+    after("Escape", told="text: Search", what="Escape brings one back to the search field")
+    after("Return", told="push button: OK", what="the dialog comes again")
+    after("Return", told="text: Search", what="Enter brings one back as well")
     eventually("the dialog is gone", lambda: message not in texts("alert"))
 
     query("wiki")
@@ -127,22 +118,13 @@ def use(record):
 
     query(os.environ["HOME"])
     eventually("a path brings its button", lambda: named("Search path").get_role_name() == "push button")
-    press("Tab")
-    eventually("Tab goes to the table", lambda: focused[-1].startswith("table"))
-    press("Tab")
-    eventually("Tab goes on to the path's button", lambda: focused[-1] == "push button: Search path")
-    press("space")
-    press("Down")
-    eventually("its menu is told", lambda: focused[-1] == "menu item: Open")
-    press("Escape")
-    eventually("Escape closes the menu", lambda: focused[-1] == "push button: Search path")
-    press("Tab")
-    eventually("Tab goes on to the settings", lambda: focused[-1] == "push button: Settings")
-    press("space")
-    press("Down")
-    eventually("the menu's entries are told", lambda: focused[-1].endswith("Select All Text on Focus"))
-    press("Down", "Down")
-    eventually("one moves through them", lambda: focused[-1].endswith("Show Debug Summary"))
+    after("Tab", told="table*", what="Tab goes to the table")
+    after("Tab", told="push button: Search path", what="Tab goes on to the path's button")
+    after("space", "Down", told="menu item: Open", what="its menu is told")
+    after("Escape", told="push button: Search path", what="Escape closes the menu")
+    after("Tab", told="push button: Settings", what="Tab goes on to the settings")
+    after("space", "Down", told="*Select All Text on Focus", what="the menu's entries are told")
+    after("Down", "Down", told="*Show Debug Summary", what="one moves through them")
     press("Return")
     eventually(
         "the debug summary can be read",
