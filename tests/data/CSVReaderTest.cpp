@@ -1,11 +1,9 @@
 #include "data/CSVReader.h"
 
-#include <gtest/gtest.h>
+#include "tests/data/Reading.h"
 
 #include <cstring>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <utility>
 
 namespace kavendra {
 
@@ -13,41 +11,19 @@ using namespace std::string_view_literals;
 
 namespace {
 
-struct Reading {
-    std::vector<std::string> items; ///< the four texts of each, with a bar between them
-    std::vector<std::string> log;
-    std::string failure;
-};
+const std::string header = "Title,Command,Params,Keywords\n";
+const std::string headerLine = "CSV headers (tools.csv): ";
+const std::string unterminated = "Invalid CSV format: unterminated quote";
 
 Reading read(std::string_view text) {
-    Reading reading;
-    Result<ItemBlock> block = readCSVItems(ByteBuffer(text), "tools.csv", "source",
-                                           [&](std::string_view line) { reading.log.emplace_back(line); });
-    if (!block) {
-        reading.failure = block.error().description;
-        return reading;
-    }
-    EXPECT_EQ(block->source, "source");
-    for (const ItemRow& row : block->rows) {
-        std::string item;
-        for (std::size_t column = 0; column < row.size(); ++column)
-            item.append(column > 0 ? "|" : "").append(block->value(row, column));
-        reading.items.push_back(item);
-    }
-    return reading;
+    return readingBy(
+        [&](const LogLine& log) { return readCSVItems(ByteBuffer(text), "tools.csv", "source", log); });
 }
-
-constexpr std::string_view header = "Title,Command,Params,Keywords\n";
 
 } // namespace
 
 TEST(ParseCSVRows, FollowsTheRulesOfQuoting) {
-    using Rows = std::vector<std::vector<std::string>>;
-    struct Case {
-        std::string_view text;
-        Rows rows;
-    };
-    const Case cases[] = {
+    const std::pair<std::string_view, std::vector<Lines>> cases[] = {
         {"", {}},
         {"\"\"", {}},
         {"\n", {{""}}},
@@ -64,85 +40,88 @@ TEST(ParseCSVRows, FollowsTheRulesOfQuoting) {
         {" a , b ", {{" a ", " b "}}},
         {"a\0b,\0"sv, {{std::string("a\0b", 3), std::string(1, '\0')}}},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(parseCSVRows(each.text), each.rows) << each.text;
+    for (const auto& [text, rows] : cases)
+        EXPECT_EQ(parseCSVRows(text), rows) << text;
     for (const std::string_view open : {"\"", "x,\"y", "\"a\"\"", "a\n\"b\n"})
-        EXPECT_EQ(parseCSVRows(open).error().description, "Invalid CSV format: unterminated quote") << open;
+        EXPECT_EQ(parseCSVRows(open).error().description, unterminated) << open;
 }
 
 TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
     struct Case {
         const char* name;
         std::string text;
-        std::vector<std::string> items;
+        Lines items;
     };
-    const std::string head(header);
     const Case cases[] = {
         {"header alone", "Title,Command,Params,Keywords", {}},
         {"columns in another order, one more", "Keywords,Title,Extra,Command,Params\nk,t,e,c,p", {"t|c|p|k"}},
         {"header with spaces", " Title ,Command\t,\"Params\",\u3000Keywords\na,b,c,d", {"a|b|c|d"}},
-        {"a column called Source is ignored", "Source,Title,Command,Params,Keywords\ns,a,b,c,d", {"a|b|c|d"}},
-        {"of equal names the first counts",
-         "Title,Command,Params,Keywords,Title,,\na,b,c,d,e,f,g",
-         {"a|b|c|d"}},
-        {"blank rows are skipped", head + ",,,\n   \n\n\"\",\" \",\u3000\na", {"a|||"}},
-        {"a short row and a long one", head + "a\na,b,c,d,e,f", {"a|||", "a|b|c|d"}},
-        {"text in an extra column only", head + ",,,,x\n", {"|||"}},
+        {"a column called Source is ignored", "Source," + header + "s,a,b,c,d", {"a|b|c|d"}},
+        {"the first of equal names", "Title,Command,Params,Keywords,Title,,\na,b,c,d,e,f,g", {"a|b|c|d"}},
+        {"blank rows are skipped", header + ",,,\n   \n\n\"\",\" \",\u3000\na", {"a|||"}},
+        {"a short row and a long one", header + "a\na,b,c,d,e,f", {"a|||", "a|b|c|d"}},
+        {"text in an extra column only", header + ",,,,x\n", {"|||"}},
         {"fields are trimmed, inside quotes too",
-         head + "  open  ,\" a b \",\u00A0c\u3000,\t\"\"\"d\"\" \"",
+         header + "  open  ,\" a b \",\u00A0c\u3000,\t\"\"\"d\"\" \"",
          {"open|a b|c|\"d\""}},
-        {"several lines in a field", head + "\"a\r\nb, c\",d", {"a\r\nb, c|d||"}},
-        {"NUL is a character", head + std::string("\0a\0,\0", 5), {std::string("\0a\0|\0||", 7)}},
+        {"several lines in a field", header + "\"a\r\nb, c\",d", {"a\r\nb, c|d||"}},
+        {"NUL is a character", header + std::string("\0a\0,\0", 5), {std::string("\0a\0|\0||", 7)}},
     };
-    for (const Case& each : cases) {
-        const Reading reading = read(each.text);
-        EXPECT_EQ(reading.items, each.items) << each.name;
-        EXPECT_EQ(reading.failure, "") << each.name;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Reading reading = read(c.text);
+        EXPECT_EQ(reading.items, c.items);
+        EXPECT_EQ(reading.failure, "");
     }
 }
 
-TEST(ReadCSVItems, LogsTheHeaderOfEveryTextThatCanBeSplit) {
-    EXPECT_EQ(read(" Title,\"Com\"\"mand\",,Params ,Keywords,Command\nx").log,
-              std::vector<std::string>{
-                  "CSV headers (tools.csv): Title | Com\"mand |  | Params | Keywords | Command"});
-    EXPECT_EQ(read("Title\nx").log, std::vector<std::string>{"CSV headers (tools.csv): Title"});
-    EXPECT_TRUE(read("").log.empty());
-    EXPECT_TRUE(read("Title,Command,Params,Keywords\n\"").log.empty());
-}
-
-TEST(ReadCSVItems, NamesTheFailure) {
+TEST(ReadCSVItems, LogsTheHeaderOfEveryTextThatCanBeSplitAndNamesTheFailure) {
     struct Case {
-        std::string_view text;
+        std::string text;
+        Lines log;
         std::string failure;
     };
     const std::string missing = "CSV is missing required columns: tools.csv: ";
     const Case cases[] = {
-        {"", ""},
-        {"\"\"", ""},
-        {"title,Command,Params,Keywords", missing + "Title"},
-        {"Title,Command", missing + "Params"},
-        {"Keywords,Params,Title", missing + "Command"},
-        {"\nTitle,Command,Params,Keywords\n", missing + "Title"},
-        {"Title,Command,Params,Keywords\nx,\"y", "Invalid CSV format: unterminated quote"},
-        {"Title\n\"", "Invalid CSV format: unterminated quote"},
+        {"", {}, ""},
+        {"\"\"", {}, ""},
+        {" Title,\"Com\"\"mand\",,Params ,Keywords,Command\nx",
+         {headerLine + "Title | Com\"mand |  | Params | Keywords | Command"},
+         ""},
+        {"title,Command,Params,Keywords",
+         {headerLine + "title | Command | Params | Keywords"},
+         missing + "Title"},
+        {"Title,Command", {headerLine + "Title | Command"}, missing + "Params"},
+        {"Keywords,Params,Title", {headerLine + "Keywords | Params | Title"}, missing + "Command"},
+        {"Title,Params,Command\nx", {headerLine + "Title | Params | Command"}, missing + "Keywords"},
+        {"\n" + header, {headerLine}, missing + "Title"},
+        {header + "x,\"y", {}, unterminated},
+        {"Title\n\"", {}, unterminated},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(read(each.text).failure, each.failure) << each.text;
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        const Reading reading = read(c.text);
+        EXPECT_EQ(reading.log, c.log);
+        EXPECT_EQ(reading.failure, c.failure);
+    }
 }
 
 TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
-    std::string wide(header.substr(0, header.size() - 1));
+    std::string wide(header, 0, header.size() - 1);
     for (int i = 0; i < 250'000; ++i)
         wide += ",Title,Keywords,,x";
     const std::string row = "a,b,c,d" + std::string(1'000'000, ',');
-    EXPECT_EQ(read(wide + "\n" + row + "\n" + row).items, (std::vector<std::string>{"a|b|c|d", "a|b|c|d"}));
+    const Reading reading = read(wide + "\n" + row + "\n" + row);
+    EXPECT_EQ(reading.items, (Lines{"a|b|c|d", "a|b|c|d"}));
+    EXPECT_LT(reading.log.at(0).size(), 66'000U);
+    EXPECT_TRUE(reading.log.at(0).ends_with("…"));
 
     ByteBuffer quote(200'000'000);
     quote.setSize(quote.capacity());
     std::memset(quote.data(), 'x', quote.size());
     quote.data()[0] = '"';
     const auto block = readCSVItems(std::move(quote), "tools.csv", "source", [](auto) {});
-    EXPECT_EQ(block.error().description, "Invalid CSV format: unterminated quote");
+    EXPECT_EQ(block.error().description, unterminated);
 }
 
 TEST(ReadCSVItems, RefusesMoreRowsThanMemoryIsSpentOn) {

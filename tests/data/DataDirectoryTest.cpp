@@ -23,11 +23,6 @@ std::vector<std::string> titles(const ItemList& items) {
     return found;
 }
 
-std::string failureOf(const TemporaryDirectory& directory) {
-    const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
-    return items ? "no failure" : items.error().description;
-}
-
 } // namespace
 
 TEST(DataDirectory, picksAndOrdersTheDataFiles) {
@@ -47,75 +42,59 @@ TEST(DataDirectory, picksAndOrdersTheDataFiles) {
 }
 
 TEST(DataDirectory, loadsBuiltinItemsFirstAndFilesInOrder) {
-    const TemporaryDirectory directory;
-    const TemporaryDirectory resources;
-    const std::string builtin = resources.write("Built-in.csv", header + "built,,,\n");
-    directory.write("b.csv", header + "2,,,\n1,,,");
-    directory.write("A.csv", "\xEF\xBB\xBF" + header + "3,,,\n");
-    const auto items = loadAllItems(directory.path(), true, builtin, ignoreLine);
-    ASSERT_TRUE(items);
-    EXPECT_EQ(titles(*items),
-              (std::vector<std::string>{"built of (Built-in)", "3 of A.csv", "2 of b.csv", "1 of b.csv"}));
-    const auto again = loadAllItems(directory.path(), false, builtin, ignoreLine);
-    EXPECT_EQ(titles(*again), (std::vector<std::string>{"3 of A.csv", "2 of b.csv", "1 of b.csv"}));
-    EXPECT_FALSE(items->indexOf(again->id(0))) << "every load gives new identities";
-    EXPECT_EQ(loadAllItems(directory.path(), true, resources.path("none"), ignoreLine)->size(), 3U);
-}
-
-TEST(DataDirectory, readsWorkbooksBesideCSVFiles) {
-    const TemporaryDirectory directory;
+    const TemporaryDirectory directory, resources;
     const auto workbook = [](const char* title) {
         return makeZip(zipEntries(workbookParts({headerRow() + inlineRow({title})})));
     };
-    directory.write("b.csv", header + "2,,,\n");
-    directory.write("A.xlsx", workbook("1"));
-    directory.write("c.XLSM", workbook("3"));
-    const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
+    const std::string builtin = resources.write("Built-in.csv", header + "built,,,\n");
+    directory.write("D.XLSM", workbook("5"));
+    directory.write("b.csv", header + "2,,,\n1,,,");
+    directory.write("A.csv", "\xEF\xBB\xBF" + header + "3,,,\n");
+    directory.write("c.xlsx", workbook("4"));
+    const auto items = loadAllItems(directory.path(), true, builtin, ignoreLine);
     ASSERT_TRUE(items) << items.error().description;
-    EXPECT_EQ(titles(*items), (std::vector<std::string>{"1 of A.xlsx", "2 of b.csv", "3 of c.XLSM"}));
-    directory.write("~$A.xlsx", std::string(165, 'x')); // what Excel puts beside a workbook that it has open
-    EXPECT_EQ(failureOf(directory), "Invalid Excel format: ~$A.xlsx: Not a zip archive");
+    std::vector<std::string> expected{"built of (Built-in)", "3 of A.csv",  "2 of b.csv",
+                                      "1 of b.csv",          "4 of c.xlsx", "5 of D.XLSM"};
+    EXPECT_EQ(titles(*items), expected);
+    const auto again = loadAllItems(directory.path(), false, builtin, ignoreLine);
+    expected.erase(expected.begin());
+    EXPECT_EQ(titles(*again), expected);
+    EXPECT_FALSE(items->indexOf(again->id(0))) << "every load gives new identities";
+    EXPECT_EQ(titles(*loadAllItems(directory.path(), true, resources.path("none"), ignoreLine)), expected);
 }
 
 TEST(DataDirectory, oneBadFileFailsTheWholeLoadWithItsMessage) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        std::string message;
+    const TemporaryDirectory directory;
+    const ScopedOrdinaryUser user(directory.path());
+    directory.write("good.csv", header + "good,,,\n");
+    const std::string csv = directory.path("x.csv"), excel = directory.path("x.xlsx");
+    const auto failure = [&] {
+        const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
+        std::filesystem::remove(csv);
+        std::filesystem::remove(excel);
+        return items ? "no failure" : items.error().description;
     };
-    for (const Case& c :
-         {Case{"no encoding", "\xFF\x80\xFF", "Invalid CSV format: x.csv: failed to decode text"},
-          Case{"quote", header + "a,\"b", "Invalid CSV format: unterminated quote"},
-          Case{"column", "Title,Command\n", "CSV is missing required columns: x.csv: Params"},
-          Case{"empty first line", "\n" + header, "CSV is missing required columns: x.csv: Title"}}) {
-        SCOPED_TRACE(c.name);
-        const TemporaryDirectory directory;
-        directory.write("good.csv", header + "good,,,\n");
-        directory.write("x.csv", c.bytes);
-        EXPECT_EQ(failureOf(directory), c.message);
-    }
-}
+    directory.write("x.csv", "Title,Command\n");
+    EXPECT_EQ(failure(), "CSV is missing required columns: x.csv: Params");
+    directory.write("x.csv", "\xFF\x80\xFF");
+    EXPECT_EQ(failure(), "Invalid CSV format: x.csv: failed to decode text");
 
-TEST(DataDirectory, whatCannotBeReadAsAFileSaysSo) {
-    const std::string message = "Invalid CSV format: x.csv: failed to read file";
-    const TemporaryDirectory withDirectory;
-    std::filesystem::create_directories(withDirectory.path("x.csv"));
-    EXPECT_EQ(failureOf(withDirectory), message);
-    const TemporaryDirectory withPipe;
-    ASSERT_EQ(mkfifo(withPipe.path("x.csv").c_str(), 0600), 0);
-    EXPECT_EQ(failureOf(withPipe), message);
-    std::filesystem::create_directories(withDirectory.path("a.xlsx"));
-    EXPECT_EQ(failureOf(withDirectory),
-              "Invalid Excel format: " + withDirectory.path("a.xlsx: ") + "Is a directory");
-    ASSERT_EQ(mkfifo(withPipe.path("a.xlsx").c_str(), 0600), 0);
-    EXPECT_EQ(failureOf(withPipe), "Invalid Excel format: " + withPipe.path("a.xlsx: ") + "Invalid argument");
-    const TemporaryDirectory withDanglingLink;
-    std::filesystem::create_symlink("nowhere", withDanglingLink.path("x.csv"));
-    EXPECT_EQ(failureOf(withDanglingLink), message);
-    const TemporaryDirectory withoutPermission;
-    chmod(withoutPermission.write("x.csv", header).c_str(), 0);
-    const ScopedOrdinaryUser user(withoutPermission.path());
-    EXPECT_EQ(failureOf(withoutPermission), message);
+    const std::string unreadable = "Invalid CSV format: x.csv: failed to read file";
+    std::filesystem::create_symlink("nowhere", csv);
+    EXPECT_EQ(failure(), unreadable);
+    std::filesystem::create_directory(csv);
+    EXPECT_EQ(failure(), unreadable);
+    ASSERT_EQ(mkfifo(csv.c_str(), 0600), 0);
+    EXPECT_EQ(failure(), unreadable);
+    chmod(directory.write("x.csv", header).c_str(), 0);
+    EXPECT_EQ(failure(), unreadable);
+
+    std::filesystem::create_directory(excel);
+    EXPECT_EQ(failure(), "Invalid Excel format: " + excel + ": Is a directory");
+    ASSERT_EQ(mkfifo(excel.c_str(), 0600), 0);
+    EXPECT_EQ(failure(), "Invalid Excel format: " + excel + ": Invalid argument");
+    chmod(directory.write("x.xlsx", "").c_str(), 0);
+    EXPECT_EQ(failure(), "Invalid Excel format: " + excel + ": Permission denied");
 }
 
 TEST(DataDirectory, isCreatedWhenMissingAndRefusedWhenItIsNone) {

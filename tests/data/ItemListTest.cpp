@@ -57,9 +57,9 @@ TEST(ItemList, IdentifiesItsItemsAndNoOthers) {
             ids.insert(id.text());
         }
         EXPECT_EQ(ids.size(), list.size());
-        EXPECT_FALSE(list.indexOf(UUID{}).has_value());
-        EXPECT_FALSE(
-            list.indexOf(UUID{list.id(0).high, list.id(0).low ^ (std::uint64_t{1} << 63)}).has_value());
+        const auto [high, low] = list.id(0);
+        for (const UUID& none : {UUID{}, UUID{high, low ^ (std::uint64_t{1} << 63)}})
+            EXPECT_FALSE(list.indexOf(none).has_value());
     }
 }
 
