@@ -28,9 +28,9 @@ TEST_F(Executables, areFoundInTheOrderOfTheSearchPath) {
     const std::string second = program("second/tool");
     program("dull/tool", 0644);
     std::filesystem::create_directories(directory.path("folder/tool"));
-    const std::string searchPath = ":" + directory.path("missing") + ":" + directory.path("dull") + ":" +
-                                   directory.path("folder") + "::" + directory.path("first") + ":" +
-                                   directory.path("second") + ":";
+    std::string searchPath = ":";
+    for (const char* name : {"missing", "dull", "folder", "first", "second"})
+        searchPath += directory.path(name) + "::";
     EXPECT_EQ(resolveExecutable("tool", searchPath), first);
     EXPECT_EQ(resolveExecutable(" \ttool\n", searchPath), first);
     EXPECT_EQ(resolveExecutable("tool", directory.path("second")), second);
@@ -55,10 +55,8 @@ TEST_F(Executables, withASlashAreNotSearched) {
     EXPECT_EQ(resolveExecutable(tool, ""), tool);
     EXPECT_EQ(resolveExecutable("~/bin/tool", ""), tool);
     for (const std::string& name :
-         {std::string("./env"), std::string("no-such-directory/env"), std::string("/"),
-          std::string("/usr/bin"), program("plain", 0644), std::string("/usr/bin/env\0", 13)})
-        EXPECT_EQ(resolveExecutable(name, "/usr/bin"), std::nullopt) << name;
-    for (const std::string& name : {std::string(), std::string("  "), std::string("."), std::string("..")})
+         std::vector<std::string>{"./env", "no-such-directory/env", "/", "/usr/bin", program("plain", 0644),
+                                  std::string("/usr/bin/env\0", 13), "", "  ", ".", ".."})
         EXPECT_EQ(resolveExecutable(name, "/usr/bin"), std::nullopt) << name;
 }
 

@@ -117,14 +117,11 @@ TEST(Processes, theProgramOutlivesWhoStartedIt) {
 
 TEST(Processes, reportsAFailedStartWithThePathAndTheReason) {
     const TemporaryDirectory directory;
-    const auto executable = [&](std::string_view name, std::string_view content, mode_t mode) {
-        const std::string path = directory.write(name, content);
-        chmod(path.c_str(), mode);
-        return path;
-    };
-    const std::string noInterpreter = executable("no-interpreter", "#!/no/such/interpreter\n", 0755);
-    const std::string notAProgram = executable("not-a-program", "hello", 0755);
-    const std::string notExecutable = executable("not-executable", "#!/bin/sh\n", 0644);
+    const std::string noInterpreter = directory.write("no-interpreter", "#!/no/such/interpreter\n");
+    const std::string notAProgram = directory.write("not-a-program", "hello");
+    const std::string notExecutable = directory.write("not-executable", "#!/bin/sh\n");
+    for (const std::string& path : {noInterpreter, notAProgram})
+        chmod(path.c_str(), 0755);
     const std::string missing = directory.path("missing");
     const std::string withNUL("/bin/true\0x", 11);
 
