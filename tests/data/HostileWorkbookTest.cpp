@@ -224,6 +224,9 @@ TEST(HostileWorkbook, partsFail) {
     const std::string longString = "<si><t>" + std::string(100'000, 'x') + "</t></si>";
     const std::string tooLongString = "<si><t>" + std::string(300'000, 'x') + "</t></si>";
     const std::string sheets = repeated("<sheet name=\"a\" r:id=\"b\"/>", workbookLimits::entries + 1);
+    std::string relationships = "<Relationships>";
+    for (std::size_t id = 0; id <= workbookLimits::entries; ++id)
+        relationships += "<Relationship Id=\"" + std::to_string(id) + "\" Type=\"/worksheet\" Target=\"a\"/>";
     const Case cases[] = {
         {"billion laughs", withPart(sheet, laughs), sheet, doctype},
         {"external entity", withPart(sheet, external), sheet, doctype},
@@ -251,6 +254,8 @@ TEST(HostileWorkbook, partsFail) {
          "items with too much text"},
         {"a long string in every column of the header", withSheetRows(wideHeader(), longString), sheet,
          "a header is too long"},
+        {"too many relationships", withPart(relations, relationships + "</Relationships>"), relations,
+         "too many relationships"},
         {"too many sheets", withPart(book, "<w>" + sheets + "</w>"), book, "too many sheets"},
         {"the last column in every row",
          withSheetRows(repeated("<row><c r=\"XFD1\"><v>1</v></c></row>", 300'000)), "", noSheet},

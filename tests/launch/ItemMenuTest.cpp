@@ -69,8 +69,14 @@ TEST_F(ItemMenuTest, copiesWhatTheActionSays) {
         EXPECT_EQ(chosen(menu(item(c.command, c.params)), "Copy Command to Execute"), c.copied);
 
     const LaunchItem row = item(" a\tb ", "line\nbreak");
-    EXPECT_EQ(chosen(menu(row, "Command"), "Copy Cell Value"), "Copied Cell Value; copyText  a\tb ");
-    EXPECT_EQ(chosen(menu(row), "Copy Cell Value"), "Nothing to copy");
+    for (const auto& [column, copied] : std::map<std::string, std::string>{{"Title", "Title"},
+                                                                           {"Command", " a\tb "},
+                                                                           {"Params", "line\nbreak"},
+                                                                           {"Keywords", "key words"},
+                                                                           {"Source", "my items.csv"}})
+        EXPECT_EQ(chosen(menu(row, column), "Copy Cell Value"), "Copied Cell Value; copyText " + copied);
+    for (const Column& none : {Column("title"), Column("Title "), Column()})
+        EXPECT_EQ(chosen(menu(row, none), "Copy Cell Value"), "Nothing to copy");
     EXPECT_EQ(chosen(menu(row), "Copy Row"),
               "Copied Row; copyText Title\t a\tb \tline\nbreak\tkey words\tmy items.csv");
     EXPECT_EQ(chosen(menu(LaunchItem{}), "Copy Row"), "Copied Row; copyText \t\t\t\t");
