@@ -6,6 +6,7 @@
 #include "ui/MenuBuilder.h"
 
 #include <QContextMenuEvent>
+#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -46,6 +47,7 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent) {
     setShowGrid(false);
     setWordWrap(false);
     setTabKeyNavigation(false);
+    setFocusPolicy(Qt::TabFocus); // what is typed after a click goes on with the query
     setFrameShape(NoFrame);
     setCornerButtonEnabled(false);
     setHorizontalScrollMode(ScrollPerPixel);
@@ -150,9 +152,7 @@ void ItemTable::activateSelectedRow() {
 void ItemTable::keyPressEvent(QKeyEvent* event) {
     const bool command = event->modifiers().testFlag(Qt::ControlModifier);
     const int lastRow = rowsModel.rowCount() - 1;
-    if (event->key() == Qt::Key_Escape && pressedRow) {
-        pressedRow.reset();
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         activateSelectedRow();
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         showMenuOfSelectedRow(); // the menu key of keyboards that have none
@@ -174,6 +174,7 @@ int ItemTable::rowUnder(const QMouseEvent* event) const {
 void ItemTable::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
+    QCoreApplication::instance()->installEventFilter(this); // until the release: see eventFilter
     const int row = rowUnder(event);
     pressedRow = row >= 0 ? std::optional(row) : std::nullopt;
     if (pressedRow)
@@ -190,6 +191,7 @@ void ItemTable::mouseMoveEvent(QMouseEvent* event) {
 void ItemTable::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
+    QCoreApplication::instance()->removeEventFilter(this);
     const auto row = std::exchange(pressedRow, std::nullopt);
     if (row && rowUnder(event) == *row)
         onActivate(rowsModel.item(*row));
@@ -266,6 +268,12 @@ void ItemTable::reportResizedColumns() {
 }
 
 bool ItemTable::eventFilter(QObject* watched, QEvent* event) {
+    // Escape gives a press up, whatever has the keyboard focus.
+    if (pressedRow && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        pressedRow.reset();
+        return true;
+    }
     if (event->type() == QEvent::MouseButtonRelease && watched == horizontalHeader()->viewport())
         reportResizedColumns();
     return QTableView::eventFilter(watched, event);

@@ -6,6 +6,7 @@
 #include "ui/HeldEnterFilter.h"
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -32,6 +33,23 @@ TEST_F(MainWindowTest, enterActsOnTheRowsOfTheLastKeystroke) {
                                     new QKeyEvent(QEvent::KeyPress, letter.toUpper().unicode(), {}, letter));
     QCoreApplication::postEvent(&field, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, "\r"));
     QCoreApplication::processEvents();
+    EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
+}
+
+TEST_F(MainWindowTest, theFieldKeepsTheKeyboardWhileTheMouseIsUsed) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClicks(QApplication::focusWidget(), "ga");
+    const QPoint gamma = table.visualRect(table.model()->index(0, 0)).center();
+    QWidget* const rows = table.viewport();
+    QTest::mouseClick(table.horizontalHeader()->viewport(), Qt::LeftButton);
+    QTest::mouseClick(rows, Qt::RightButton, {}, gamma);
+    QTest::mousePress(rows, Qt::LeftButton, {}, gamma);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QTest::mouseRelease(rows, Qt::LeftButton, {}, gamma);
+    EXPECT_TRUE(desktop.calls.empty()) << "Escape gives the press up";
+    QTest::mouseClick(rows, Qt::LeftButton, {}, gamma);
+    QTest::keyClicks(QApplication::focusWidget(), "mm");
+    EXPECT_EQ(field.text(), "gamm");
     EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
 }
 

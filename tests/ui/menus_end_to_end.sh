@@ -68,6 +68,10 @@ press Down Down Right Down Down Return
 eventually "the row is copied" status_is "1 items | Copied Row"
 eventually "another program pastes the row" \
   clipboard_is "Notes"$'\t'"$file"$'\t'"a  b"$'\t'three$'\t'tools.csv
+xdotool type x
+eventually "what one types afterwards goes on with the query" status_is "0 items | Copied Row"
+xdotool key BackSpace
+eventually "and brings the row back" status_is "1 items | Copied Row"
 
 open_menu "the menu opens again" row_menu 350
 press Down Down Right Down Return
@@ -82,7 +86,7 @@ open_menu "the menu opens for the data file" row_menu 150
 press Up Up Up Return
 eventually "the data file opens" recorded "editor\t$data/tools.csv"
 
-xdotool mousemove --window "$window" 300 30 click 1 key Tab # from the field to the table
+xdotool key Tab # from the field to the table
 open_menu "the menu key opens the menu of the selected row" xdotool key Menu
 press Down Down Right Return
 eventually "the command line is copied" clipboard_is "\"$file\" a  b"
