@@ -6,25 +6,29 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace kavendra {
 
-/// The appearance that the person chose, in the order in which the choices are offered.
+/// The appearance chosen by the user, in menu order.
 enum class LaunchAppearanceMode { system, light, dark };
 inline constexpr std::array allAppearanceModes{LaunchAppearanceMode::system, LaunchAppearanceMode::light,
                                                LaunchAppearanceMode::dark};
 
-/// Returns the text that stands for the mode in the settings file and in the menu.
+/// Returns the text of the mode in the settings file and in the menu.
 std::string_view storedText(LaunchAppearanceMode mode);
 
 Appearance appearance(LaunchAppearanceMode mode);
 
 enum class SearchPathActionTargetType { directory, file };
+inline constexpr std::array allTargetTypes{SearchPathActionTargetType::directory,
+                                           SearchPathActionTargetType::file};
 
+/// Returns the text of the type in the settings file.
 std::string_view storedText(SearchPathActionTargetType type);
 
-/// A program that is offered to open the path in the search field with.
+/// A configured program that opens the path typed into the search field.
 struct SearchPathAction {
     UUID id = UUID::random(); ///< identity within one run; not stored
     std::string appName;      ///< as shown in the menu
@@ -34,7 +38,8 @@ struct SearchPathAction {
     bool operator==(const SearchPathAction&) const = default;
 };
 
-/// All that a person can configure; the field names are the keys of the settings file.
+/// Everything the user can configure. The member initializers are the defaults of the optional keys of the
+/// settings file.
 struct LaunchSettings {
     std::string dataDirectoryPath;
     std::string logDirectoryPath;
@@ -51,5 +56,43 @@ struct LaunchSettings {
 
 /// Returns the settings of a first run: both directories are the configuration directory.
 LaunchSettings defaultSettings(const std::string& configurationDirectory);
+
+/// What happens after a change of a setting was saved.
+enum class SettingEffect { none, reload };
+
+/// One setting: how it is stored and whether the settings menu shows it.
+struct Setting {
+    using Member =
+        std::variant<std::string LaunchSettings::*, bool LaunchSettings::*,
+                     LaunchAppearanceMode LaunchSettings::*, std::vector<SearchPathAction> LaunchSettings::*>;
+
+    const char* key; ///< in the settings file
+    Member member;
+    bool isRequired = false;           ///< whether a settings file without the key is invalid
+    const char* toggleTitle = nullptr; ///< menu title of a boolean setting; null when the menu has no toggle
+    SettingEffect effect = SettingEffect::none; ///< of the toggle
+};
+
+/// All settings. The settings file and the toggles of the settings menu, in this order, are made from this
+/// table.
+inline constexpr std::array allSettings{
+    Setting{.key = "dataDirectoryPath", .member = &LaunchSettings::dataDirectoryPath, .isRequired = true},
+    Setting{.key = "logDirectoryPath", .member = &LaunchSettings::logDirectoryPath, .isRequired = true},
+    Setting{.key = "selectAllTextOnFocus",
+            .member = &LaunchSettings::selectAllTextOnFocus,
+            .toggleTitle = "Select All Text on Focus"},
+    Setting{.key = "showStatusMessage",
+            .member = &LaunchSettings::showStatusMessage,
+            .toggleTitle = "Show Status Message"},
+    Setting{.key = "showDebugSummary",
+            .member = &LaunchSettings::showDebugSummary,
+            .toggleTitle = "Show Debug Summary"},
+    Setting{.key = "showBuiltinItems",
+            .member = &LaunchSettings::showBuiltinItems,
+            .toggleTitle = "Show Built-in Items",
+            .effect = SettingEffect::reload},
+    Setting{.key = "appearanceMode", .member = &LaunchSettings::appearanceMode},
+    Setting{.key = "searchPathActions", .member = &LaunchSettings::searchPathActions},
+};
 
 } // namespace kavendra

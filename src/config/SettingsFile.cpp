@@ -17,34 +17,32 @@ using nlohmann::json;
 
 namespace {
 
-/// The member of that name; nothing when it is missing or null.
+/// Returns the member, or null when it is missing or JSON null.
 const json* present(const json& object, const char* key) {
     const auto member = object.find(key);
     return member == object.end() || member->is_null() ? nullptr : &*member;
 }
 
-// Each of these takes a member over into `value` and returns whether the member is of the right kind.
+// Each read() stores a JSON value in `value` and returns whether it has the right type.
 
-bool readText(const json* member, std::string& value) {
-    if (!member || !member->is_string())
+bool read(const json& stored, std::string& value) {
+    if (!stored.is_string())
         return false;
-    value = member->get<std::string>();
+    value = stored.get<std::string>();
     return true;
 }
 
-bool readOptionalBoolean(const json* member, bool& value) {
-    if (!member)
-        return true;
-    if (!member->is_boolean())
+bool read(const json& stored, bool& value) {
+    if (!stored.is_boolean())
         return false;
-    value = member->get<bool>();
+    value = stored.get<bool>();
     return true;
 }
 
 template <typename Enumeration, std::size_t count>
-bool readStoredText(const json* member, const std::array<Enumeration, count>& all, Enumeration& value) {
+bool readStoredText(const json& stored, const std::array<Enumeration, count>& all, Enumeration& value) {
     std::string text;
-    if (!readText(member, text))
+    if (!read(stored, text))
         return false;
     const auto found = std::ranges::find_if(all, [&](Enumeration each) { return storedText(each) == text; });
     if (found == all.end())
@@ -53,54 +51,70 @@ bool readStoredText(const json* member, const std::array<Enumeration, count>& al
     return true;
 }
 
-bool readAction(const json& object, SearchPathAction& action) {
-    constexpr std::array targetTypes{SearchPathActionTargetType::directory, SearchPathActionTargetType::file};
-    return object.is_object() && readText(present(object, "appName"), action.appName) &&
-           readText(present(object, "binaryPath"), action.binaryPath) &&
-           readStoredText(present(object, "targetType"), targetTypes, action.targetType);
+bool read(const json& stored, LaunchAppearanceMode& value) {
+    return readStoredText(stored, allAppearanceModes, value);
 }
 
-bool readOptionalActions(const json* member, std::vector<SearchPathAction>& actions) {
-    if (!member)
-        return true;
-    if (!member->is_array())
+bool read(const json& stored, SearchPathActionTargetType& value) {
+    return readStoredText(stored, allTargetTypes, value);
+}
+
+template <typename Value>
+bool readRequired(const json& object, const char* key, Value& value) {
+    const json* stored = present(object, key);
+    return stored && read(*stored, value);
+}
+
+bool readAction(const json& object, SearchPathAction& action) {
+    return object.is_object() && readRequired(object, "appName", action.appName) &&
+           readRequired(object, "binaryPath", action.binaryPath) &&
+           readRequired(object, "targetType", action.targetType);
+}
+
+bool read(const json& stored, std::vector<SearchPathAction>& actions) {
+    if (!stored.is_array())
         return false;
     actions.clear();
-    actions.resize(member->size()); // each with an identity of its own
-    return std::ranges::equal(*member, actions, readAction);
-}
-
-bool readOptionalAppearance(const json* member, LaunchAppearanceMode& mode) {
-    return !member || readStoredText(member, allAppearanceModes, mode);
+    actions.resize(stored.size()); // each gets a new id
+    return std::ranges::equal(stored, actions, readAction);
 }
 
 bool readSettings(const json& object, LaunchSettings& settings) {
-    return readText(present(object, "dataDirectoryPath"), settings.dataDirectoryPath) &&
-           readText(present(object, "logDirectoryPath"), settings.logDirectoryPath) &&
-           readOptionalBoolean(present(object, "showStatusMessage"), settings.showStatusMessage) &&
-           readOptionalBoolean(present(object, "showDebugSummary"), settings.showDebugSummary) &&
-           readOptionalBoolean(present(object, "showBuiltinItems"), settings.showBuiltinItems) &&
-           readOptionalBoolean(present(object, "selectAllTextOnFocus"), settings.selectAllTextOnFocus) &&
-           readOptionalAppearance(present(object, "appearanceMode"), settings.appearanceMode) &&
-           readOptionalActions(present(object, "searchPathActions"), settings.searchPathActions);
+    return std::ranges::all_of(allSettings, [&](const Setting& setting) {
+        const json* stored = present(object, setting.key);
+        if (!stored)
+            return !setting.isRequired;
+        return std::visit([&](auto member) { return read(*stored, settings.*member); }, setting.member);
+    });
+}
+
+json stored(const std::string& text) {
+    return text;
+}
+
+json stored(bool flag) {
+    return flag;
+}
+
+json stored(LaunchAppearanceMode mode) {
+    return storedText(mode);
+}
+
+json stored(const std::vector<SearchPathAction>& actions) {
+    json array = json::array();
+    for (const SearchPathAction& action : actions)
+        array.push_back({{"appName", action.appName},
+                         {"binaryPath", action.binaryPath},
+                         {"targetType", storedText(action.targetType)}});
+    return array;
 }
 
 json settingsObject(const LaunchSettings& settings) {
-    json actions = json::array();
-    for (const SearchPathAction& action : settings.searchPathActions)
-        actions.push_back({{"appName", action.appName},
-                           {"binaryPath", action.binaryPath},
-                           {"targetType", storedText(action.targetType)}});
-    return {
-        {"dataDirectoryPath", settings.dataDirectoryPath},
-        {"logDirectoryPath", settings.logDirectoryPath},
-        {"showStatusMessage", settings.showStatusMessage},
-        {"showDebugSummary", settings.showDebugSummary},
-        {"showBuiltinItems", settings.showBuiltinItems},
-        {"selectAllTextOnFocus", settings.selectAllTextOnFocus},
-        {"appearanceMode", storedText(settings.appearanceMode)},
-        {"searchPathActions", std::move(actions)},
-    };
+    json object = json::object();
+    for (const Setting& setting : allSettings)
+        object[setting.key] =
+            std::visit([&](auto member) { return stored(settings.*member); }, setting.member);
+    return object;
 }
 
 } // namespace

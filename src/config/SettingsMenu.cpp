@@ -4,14 +4,15 @@ namespace kavendra {
 
 namespace {
 
-MenuEntry toggle(
-    const char* title, bool LaunchSettings::* field, const SettingsMenuSource& source,
-    const std::function<void()>& afterwards = [] {}) {
-    return {.title = title,
-            .isChecked = source.settings.*field,
-            .action = [field, change = source.change, afterwards] {
-                if (change([field](LaunchSettings& settings) { settings.*field = !(settings.*field); }))
-                    afterwards();
+MenuEntry toggle(const Setting& setting, const SettingsMenuSource& source) {
+    const auto member = std::get<bool LaunchSettings::*>(setting.member);
+    return {.title = setting.toggleTitle,
+            .isChecked = source.settings.*member,
+            .action = [member, effect = setting.effect, change = source.change, reload = source.reload] {
+                const bool saved =
+                    change([member](LaunchSettings& settings) { settings.*member = !(settings.*member); });
+                if (saved && effect == SettingEffect::reload)
+                    reload();
             }};
 }
 
@@ -30,11 +31,11 @@ Menu appearanceMenu(const SettingsMenuSource& source) {
 } // namespace
 
 Menu settingsMenu(const SettingsMenuSource& source) {
-    return {
-        toggle("Select All Text on Focus", &LaunchSettings::selectAllTextOnFocus, source),
-        toggle("Show Status Message", &LaunchSettings::showStatusMessage, source),
-        toggle("Show Debug Summary", &LaunchSettings::showDebugSummary, source),
-        toggle("Show Built-in Items", &LaunchSettings::showBuiltinItems, source, source.reload),
+    Menu menu;
+    for (const Setting& setting : allSettings)
+        if (setting.toggleTitle)
+            menu.push_back(toggle(setting, source));
+    const Menu rest{
         {.title = "Appearance", .submenu = appearanceMenu(source)},
         {.title = "Open Config/Log Directory", .action = source.openLogDirectory},
         menuSeparator(),
@@ -45,6 +46,8 @@ Menu settingsMenu(const SettingsMenuSource& source) {
         {.title = "Open Data Directory", .action = source.openDataDirectory},
         {.title = "Change Data Directory...", .action = source.chooseDataDirectory},
     };
+    menu.insert(menu.end(), rest.begin(), rest.end());
+    return menu;
 }
 
 } // namespace kavendra

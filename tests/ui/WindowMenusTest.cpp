@@ -6,6 +6,8 @@
 
 #include <gmock/gmock.h>
 
+#include <map>
+
 namespace kavendra {
 
 namespace {
@@ -80,6 +82,23 @@ TEST_F(WindowMenusTest, theSettingsMenuChangesWhatItSays) {
     chooseSetting("Launch at Login");
     content.confirmStartupChange();
     EXPECT_THAT(menuText(menus.settingsMenu([] {})), testing::HasSubstr("Launch at Login *, "));
+}
+
+TEST_F(WindowMenusTest, everyToggleIsStored) {
+    const auto toggles = [this] {
+        std::map<std::string, bool> found;
+        for (const MenuEntry& entry : menus.settingsMenu([] {}))
+            if (entry.isChecked && entry.title != "Launch at Login")
+                found[entry.title] = *entry.isChecked;
+        return found;
+    };
+    const auto before = toggles();
+    EXPECT_GE(before.size(), 4U);
+    for (const auto& [title, wasChecked] : before) {
+        chooseSetting(title);
+        content.reloadData(); // reads the settings file
+        EXPECT_NE(toggles().at(title), wasChecked) << title;
+    }
 }
 
 TEST_F(WindowMenusTest, nothingFollowsASettingThatCannotBeWritten) {
