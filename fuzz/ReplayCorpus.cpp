@@ -14,10 +14,13 @@ int main(int argc, char** argv) {
         return 2;
     }
     int count = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(argv[1])) {
+    // A target may work in a directory of its own, so the paths are absolute.
+    for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::absolute(argv[1]))) {
         std::printf("%s\n", entry.path().filename().c_str());
         std::fflush(stdout);
         std::ifstream file(entry.path(), std::ios::binary);
+        if (!file)
+            return 1;
         const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
         LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
         ++count;

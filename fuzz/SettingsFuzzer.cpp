@@ -1,0 +1,51 @@
+#include "config/SettingsFile.h"
+#include "config/StateFile.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchDirectory.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <tuple>
+
+using namespace kavendra;
+
+namespace {
+
+/// Whether both stand for the same file; the identities of actions are new with every load.
+bool isSameFile(const LaunchSettings& a, const LaunchSettings& b) {
+    const auto plain = [](const LaunchSettings& s) {
+        return std::tie(s.dataDirectoryPath, s.logDirectoryPath, s.showStatusMessage, s.showDebugSummary,
+                        s.showBuiltinItems, s.selectAllTextOnFocus, s.appearanceMode);
+    };
+    const auto action = [](const SearchPathAction& each) {
+        return std::tie(each.appName, each.binaryPath, each.targetType);
+    };
+    return plain(a) == plain(b) &&
+           std::ranges::equal(a.searchPathActions, b.searchPathActions, {}, action, action);
+}
+
+} // namespace
+
+/// Settings that were read come back from the file they are written to, and that file is written the same
+/// again. Loading changes no byte of the file.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const ScratchDirectory scratch;
+    const std::string file = settingsFilePath(scratch.path);
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    writeBytes(file, bytes);
+    for (const auto& [column, width] : stateOfOlderSettings(bytes).columnWidths)
+        require(width == width);
+
+    const auto settings = loadSettings(scratch.path);
+    require(readBytes(file) == bytes);
+    if (!settings) {
+        require(settings.error().description == "Settings file is invalid: " + file);
+        return 0;
+    }
+    require(writeSettings(scratch.path, *settings).has_value());
+    const std::string written = readBytes(file);
+    const auto again = loadSettings(scratch.path);
+    require(again && isSameFile(*settings, *again));
+    require(writeSettings(scratch.path, *again) && readBytes(file) == written);
+    return 0;
+}

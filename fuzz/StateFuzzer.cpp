@@ -1,0 +1,34 @@
+#include "config/StateFile.h"
+#include "fuzz/Require.h"
+#include "fuzz/ScratchDirectory.h"
+
+#include <cstdint>
+
+using namespace kavendra;
+
+/// The state that was read comes back from the file it is written to, and so does every width that is changed
+/// in it, once.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const ScratchDirectory scratch;
+    const std::string file = stateFilePath(scratch.path);
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    writeBytes(file, bytes);
+
+    const auto state = loadState(scratch.path);
+    require(readBytes(file) == bytes);
+    if (!state) {
+        require(state.error().description == "State file is invalid: " + file);
+        return 0;
+    }
+    require(writeState(scratch.path, *state).has_value());
+    require(loadState(scratch.path) == *state);
+    // A settings file of the older layout holds the widths in the same form.
+    require(stateOfOlderSettings(readBytes(file)) == *state);
+
+    for (const auto& [column, width] : state->columnWidths)
+        if (const auto resized = widthsAfterResize(state->columnWidths, column, width + 0.5)) {
+            require(resized->size() == state->columnWidths.size());
+            require(!widthsAfterResize(*resized, column, resized->at(column)));
+        }
+    return 0;
+}

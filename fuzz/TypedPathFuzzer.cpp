@@ -1,0 +1,57 @@
+#include "fuzz/Require.h"
+#include "fuzz/ScratchDirectory.h"
+#include "launch/SearchPath.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+
+#include <cstdint>
+
+using namespace kavendra;
+
+namespace {
+
+/// A home directory with a few names that a text can hit; the process works in it.
+struct Home : ScratchDirectory {
+    Home() {
+        setenv("HOME", path.c_str(), 1);
+        std::filesystem::current_path(path);
+        for (const char* directory : {"a", "b c", "it's", "-rf", "日本", "a/.b"})
+            std::filesystem::create_directory(directory);
+        for (const char* file : {"x", "a/y.csv", "q\"", "b c/ z "})
+            writeBytes(file, {});
+        std::filesystem::create_symlink("nowhere", "dangling");
+        std::filesystem::create_symlink("..", "a/up");
+    }
+};
+
+bool endsLikeTyping(std::string_view path) {
+    return trimmed(path) != path || path.ends_with('"') || path.ends_with('\'');
+}
+
+} // namespace
+
+/// A search path is absolute, exists, is a file or a directory, and is found again by its own text and in
+/// quotes. The file system is only asked.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const Home home;
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    if (text.contains("proc"))
+        return 0; // what exists there changes from call to call
+    const auto path = searchPathOf(text);
+    const auto file = searchPathFileOf(text);
+    const auto directory = searchPathDirectoryOf(text);
+    require(directory.has_value() == path.has_value());
+    if (trimmed(text) == text)
+        require(searchPathOf(" '\"" + text + "\"'\n") == path);
+    if (!path)
+        return 0;
+
+    require(path->starts_with('/') && exists(*path) && isDirectory(*directory));
+    require(file ? *file == *path && !isDirectory(*path) : *directory == *path);
+    require(!path->contains("//") && !path->ends_with("/.") && !path->contains("/./"));
+    require(*path == "/" || joinedPath(parentPath(*path), lastPathComponent(*path)) == *path);
+    if (!endsLikeTyping(*path))
+        require(searchPathOf(*path) == path);
+    return 0;
+}
