@@ -42,10 +42,11 @@ TEST_F(LauncherTest, takesTheFirstRoadThatHolds) {
     };
     for (const Case& c : {
              Case{app, web, inApp + app},
-             Case{" ~/Browser.app\n", "\tHTTPS://example.org/ ", inApp + app},
+             Case{" ~/Browser.app\n", "\tHTTPS://example.org/ ",
+                  "specific browser; openURLWithApplication HTTPS://example.org/ " + app},
              Case{"firefox.desktop", web, inApp + "firefox.desktop"},
              Case{web, web, "url; openURL " + web},
-             Case{" HTTP://Example.org/a b ", "not used", "url; openURL http://example.org/a%20b"},
+             Case{" HTTP://Example.org/a b ", "not used", "url; openURL HTTP://Example.org/a%20b"},
              Case{"http:example.org", "", "url; openURL http:example.org"}, // the browser says what is wrong
              Case{app, "", "finder; showDirectory " + app},
              Case{"~/folder", " \n\u3000", "finder; showDirectory " + folder},
@@ -79,7 +80,7 @@ TEST_F(LauncherTest, takesTheFirstRoadThatHolds) {
 TEST_F(LauncherTest, reportsWhatTheDesktopRefuses) {
     desktop.accepts = false;
     EXPECT_EQ(launch(" HTTP://Example.org/a b "),
-              "! Invalid URL: HTTP://Example.org/a b; openURL http://example.org/a%20b");
+              "! Invalid URL: HTTP://Example.org/a b; openURL HTTP://Example.org/a%20b");
     EXPECT_EQ(launch("~/notes.txt"), "! Command not found: " + notes + "; openFile " + notes);
     EXPECT_EQ(launch("~/folder"), "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
     EXPECT_TRUE(log.empty());
