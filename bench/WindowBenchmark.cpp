@@ -10,15 +10,6 @@ namespace kavendra {
 
 namespace {
 
-QApplication& application() {
-    static int argumentCount = 1;
-    static char name[] = "kavendra_bench";
-    static char* arguments[] = {name, nullptr};
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QApplication made(argumentCount, arguments);
-    return made;
-}
-
 /// Two results of a search in the same items: all of them, and every second one.
 struct Keystrokes {
     explicit Keystrokes(std::size_t count) {
@@ -51,7 +42,6 @@ const Keystrokes& keystrokesOf(std::size_t count) {
 /// The table after a keystroke: other rows, the selection, and all that is visible painted.
 /// Floor: painting what is visible again.
 void tableUpdate(benchmark::State& state) {
-    application();
     const Keystrokes& keystrokes = keystrokesOf(static_cast<std::size_t>(state.range(0)));
     ItemTable table;
     table.onSelect = [](const std::optional<UUID>&) {};

@@ -1,5 +1,7 @@
 #include "bench/MemoryBenchmark.h"
 
+#include <QApplication>
+
 #include <benchmark/benchmark.h>
 
 #include <string_view>
@@ -7,6 +9,9 @@
 int main(int argc, char** argv) {
     if (argc == 3 && std::string_view(argv[1]) == kavendra::measureMemoryArgument)
         return kavendra::measureMemoryOf(argv[2]);
+    // It ends with this function: Qt's own statics may be gone when those of this program end.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
