@@ -53,14 +53,14 @@ void ExcelWorksheetParser::startCell(XMLAttributes attributes) {
     const char* reference = attributes.find("r");
     const char* type = attributes.find("t");
     currentColumnIndex = reference ? columnIndex(reference) : 0;
-    if (currentColumnIndex > workbookLimits::columns)
-        return fail("a cell stands beyond the last column");
     currentCellType = !type                        ? CellType::other
                       : isNamed(type, "s")         ? CellType::sharedString
                       : isNamed(type, "inlineStr") ? CellType::inlineString
                                                    : CellType::other;
     currentCellValue.clear();
-    isWanted = currentColumnIndex > 0 && table.wantsCell(currentColumnIndex);
+    // A cell beyond the last column is dropped: the rest of such a sheet is good.
+    isWanted = currentColumnIndex > 0 && currentColumnIndex <= workbookLimits::columns &&
+               table.wantsCell(currentColumnIndex);
 }
 
 void ExcelWorksheetParser::endCell() {

@@ -1,7 +1,7 @@
 #include "data/WorkbookArchive.h"
 
 #include "data/WorkbookLimits.h"
-#include "data/ZipEntryCount.h"
+#include "data/ZipEndRecords.h"
 #include "platform/TextDecoding.h"
 
 #include <zip.h>
@@ -14,8 +14,12 @@ namespace kavendra {
 
 namespace {
 
-/// The bytes of an entry beside its data and its name: a header in front of the data, one in the list.
-constexpr std::size_t entryOverhead = 30 + 46;
+/// The bytes of an entry beside its data and its name: a header in front of the data, one in the directory.
+constexpr std::size_t directoryHeader = 46;
+constexpr std::size_t entryOverhead = 30 + directoryHeader;
+
+// libzip reads 65,536 entries more than the end record counts when the directory has them.
+static_assert(workbookLimits::directorySize < 65'536 * directoryHeader);
 
 std::unexpected<Error> failure(std::string_view text) {
     return std::unexpected(Error{std::string(text)});
@@ -89,14 +93,15 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
     zip_stat_t status;
     if (zip_source_open(source) != 0 || zip_source_stat(source, &status) != 0)
         return giveUp(zip_error_strerror(zip_source_error(source)));
-    const std::uint64_t claimedEntries = claimedZip64Entries(source, status.size);
+    const ClaimedDirectories claims = claimedDirectories(source, status.size);
     zip_source_close(source);
-    if (claimedEntries > workbookLimits::entries)
+    if (claims.entries > workbookLimits::entries || claims.bytes > workbookLimits::directorySize)
         return giveUp("too many entries");
 
     LibraryError error;
     WorkbookArchive opened;
-    opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, error.get()));
+    // Not with ZIP_CHECKCONS: it refuses what many programs write, see docs/decisions/reading-workbooks.md.
+    opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY, error.get()));
     if (!opened.archive)
         return giveUp(zip_error_strerror(error.get()));
     if (const auto listed = opened.listEntries(status.size); !listed)
@@ -106,7 +111,6 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
 
 Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
     const auto count = static_cast<std::size_t>(zip_get_num_entries(archive.get(), 0));
-    entries.reserve(count);
     std::size_t packedSize = 0;
     for (std::size_t index = 0; index < count; ++index) {
         zip_stat_t status;
@@ -115,8 +119,7 @@ Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
             return failure(zip_strerror(archive.get()));
         const std::string_view name = rawName;
         namesAreUTF8 = namesAreUTF8 && isValidUTF8(name);
-        if (!entries.try_emplace(name, Listed{.index = index}).second)
-            return failure("two entries have the same name");
+        entries.insert_or_assign(name, index);
         sizeOfAll = saturatingSum(sizeOfAll, status.size);
         packedSize =
             saturatingSum(packedSize, saturatingSum(status.comp_size, entryOverhead + 2 * name.size()));
@@ -134,12 +137,8 @@ Result<ArchiveEntry> WorkbookArchive::readArchiveEntry(std::string_view name) {
     const auto listed = entries.find(name);
     if (listed == entries.end())
         return failure("missing " + text);
-    if (listed->second.wasRead)
-        return failure(text + ": used twice");
-    listed->second.wasRead = true;
-
     zip_stat_t status;
-    if (zip_stat_index(archive.get(), listed->second.index, 0, &status) != 0)
+    if (zip_stat_index(archive.get(), listed->second, 0, &status) != 0)
         return failure(text + ": " + zip_strerror(archive.get()));
     if (status.size == 0)
         return failure("missing " + text);
@@ -153,7 +152,7 @@ Result<ArchiveEntry> WorkbookArchive::readArchiveEntry(std::string_view name) {
     inflatableSize -= status.size;
 
     ArchiveEntry entry;
-    entry.file.reset(zip_fopen_index(archive.get(), listed->second.index, 0));
+    entry.file.reset(zip_fopen_index(archive.get(), listed->second, 0));
     if (!entry.file)
         return failure(text + ": " + zip_strerror(archive.get()));
     entry.entryName = text;

@@ -4,11 +4,11 @@
 #include "platform/Result.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 struct zip;
 struct zip_file;
@@ -43,15 +43,16 @@ private:
 
 class WorkbookArchive {
 public:
-    /// Opens the archive that `file` is and reads its list of entries. What happens to the file while it is
-    /// read can only make reading fail.
+    /// Opens the archive that `file` is and reads its list of entries; bytes behind the archive's end do no
+    /// harm. What happens to the file while it is read can only make reading fail.
     static Result<WorkbookArchive> open(FileDescriptor file);
     /// The same for bytes in memory, which must outlive the archive.
     static Result<WorkbookArchive> open(std::string_view bytes);
 
-    /// Begins to read the entry of exactly that name. Fails with "missing NAME" when there is none or it is
-    /// empty, when it was read before, when it is encrypted or packed in an unusual way, and when all that
-    /// was read would become longer than a workbook may be.
+    /// Begins to read the entry of exactly that name, the last of them in the archive's list. Fails with
+    /// "missing NAME" when there is none or it is empty, when it is encrypted or packed in an unusual way,
+    /// and when all that was read would become longer than a workbook may be. An entry counts each time that
+    /// it is read.
     Result<ArchiveEntry> readArchiveEntry(std::string_view name);
 
     /// The same for an entry that need not be there. Fails also when a name in the list is not UTF-8.
@@ -61,10 +62,6 @@ public:
     std::size_t inflatedSize() const { return sizeOfAll; }
 
 private:
-    struct Listed {
-        std::size_t index = 0;
-        bool wasRead = false;
-    };
     struct Discard {
         void operator()(zip* archive) const;
     };
@@ -73,7 +70,8 @@ private:
     Result<void> listEntries(std::size_t fileSize);
 
     std::unique_ptr<zip, Discard> archive;
-    std::unordered_map<std::string_view, Listed> entries; ///< the names belong to the archive
+    /// The index of each entry by its name, which belongs to the archive.
+    std::map<std::string_view, std::size_t> entries;
     bool namesAreUTF8 = true;
     std::size_t sizeOfAll = 0;
     std::size_t inflatableSize = 0; ///< what may still be read

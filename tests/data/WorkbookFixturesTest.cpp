@@ -22,6 +22,8 @@ TEST(WorkbookFixtures, areReadWhateverProgramWroteThem) {
         if (number % 6 != 0) // the sixth row is beyond where the header is looked for
             twenty.push_back("item " + std::to_string(number) + "|program||shared keyword");
 
+    const Lines gnumeric{"Wiki|https://example.org/wiki?a=1&b=2||team <docs>", "会議資料|||"};
+
     // The files are made by tests/fixtures/make-workbooks.py.
     const std::pair<std::string, Lines> cases[] = {
         {"libreoffice.xlsx", usualItems("42|Title||")},
@@ -31,10 +33,17 @@ TEST(WorkbookFixtures, areReadWhateverProgramWroteThem) {
         {"readings.xlsx", withReading},
         {"openpyxl.xlsx", usualItems("42|1||0.5")},
         {"stored.xlsx", usualItems("42|1||0.5")},
-        {"gnumeric.xlsx", {"Wiki|https://example.org/wiki?a=1&b=2||team <docs>", "会議資料|||"}},
+        {"gnumeric.xlsx", gnumeric},
         {"rich-text.xlsx", {"one bold and red|tool|--n 1|45351", "after empty rows|a link||"}},
         {"charts-and-hidden-sheets.xlsx", {"from the hidden sheet|a||", "from the very hidden sheet|b||"}},
         {"twenty-sheets.xlsx", twenty},
+        {"zip-pipe.xlsx", gnumeric},
+        {"zip-descriptors.xlsx", gnumeric},
+        {"zip-zip64.xlsx", gnumeric},
+        {"bsdtar.xlsx", gnumeric},
+        {"cmake.xlsx", gnumeric},
+        {"differing-headers.xlsx", gnumeric},
+        {"bytes-behind-the-end.xlsx", gnumeric},
         {"~$open.xlsx", {}},
     };
     for (const auto& [fixture, items] : cases) {

@@ -162,6 +162,35 @@ TEST(WorkbookReader, readsTheSheetsInTheOrderOfTheWorkbook) {
                                   "Excel headers (book.xlsx / Sheet5): " + names}));
 }
 
+TEST(WorkbookReader, readsOneSheetForEachNameThatItHas) {
+    WorkbookParts parts = workbookParts({headerRow() + inlineRow({"a"})});
+    std::string& workbook = parts["xl/workbook.xml"];
+    workbook.insert(workbook.find("<sheet "), "<sheet name=\"Copy\" r:id=\"rId1\"/>");
+    const Reading reading = readParts(parts);
+    EXPECT_EQ(reading.items, (Lines{"a|||", "a|||"}));
+    EXPECT_EQ(reading.log.size(), 2U);
+}
+
+TEST(WorkbookReader, takesTheLastOfEntriesWithOneName) {
+    std::vector<ZipEntry> entries = zipEntries(workbookParts({headerRow() + inlineRow({"new"})}));
+    const std::string old = workbookParts({headerRow() + inlineRow({"old"})})["xl/worksheets/sheet1.xml"];
+    entries.insert(entries.begin(), {{.name = "xl/worksheets/sheet1.xml", .content = old},
+                                     {.name = "docProps/app.xml", .content = "one"},
+                                     {.name = "docProps/app.xml", .content = "two"}});
+    const Reading reading = readWorkbook(makeZip(entries));
+    EXPECT_EQ(reading.failure, "");
+    EXPECT_EQ(reading.items, Lines{"new|||"});
+}
+
+TEST(WorkbookReader, dropsCellsBeyondTheLastColumn) {
+    const std::string beyond = cell("XFE1", "Title") + cell("ABCDEFGHIJ1", "x");
+    const auto withCells = [&](std::string row) { return row.insert(row.rfind("</row>"), beyond); };
+    const Reading reading = readParts(workbookParts(
+        {withCells(inlineRow({"above"})) + withCells(headerRow()) + withCells(inlineRow({"a"}))}));
+    EXPECT_EQ(reading.items, Lines{"a|||"});
+    EXPECT_EQ(reading.log, Lines{"Excel headers (book.xlsx / Sheet1): Title | Command | Params | Keywords"});
+}
+
 TEST(WorkbookReader, saysWhichPartIsMissingOrDoesNotParse) {
     const std::string sharedStrings = "<si><t>a</t></si>";
     const WorkbookParts whole = workbookParts({headerRow()}, sharedStrings);
