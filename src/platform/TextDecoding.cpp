@@ -152,6 +152,12 @@ std::optional<ByteBuffer> decode(std::string_view bytes, Encoding encoding) {
     return writer.take();
 }
 
+/// Whether the first row of a CSV file has a comma or an end. Text in a one-byte encoding that is read as
+/// UTF-16 has neither.
+bool hasCSVSeparator(std::string_view text) {
+    return text.find_first_of(",\n\r") != std::string_view::npos;
+}
+
 ByteBuffer withoutMark(ByteBuffer text) {
     if (text.view().starts_with(markUTF8)) {
         std::memmove(text.data(), text.data() + markUTF8.size(), text.size() - markUTF8.size());
@@ -188,9 +194,12 @@ std::optional<ByteBuffer> decodeText(ByteBuffer bytes) {
     if (bytes.view().starts_with(markUTF16BigEndian))
         return decode(bytes.view(), Encoding::utf16BigEndian);
     // ASCII is not in the list: it is UTF-8.
-    for (const Encoding encoding :
-         {Encoding::shiftJIS, Encoding::eucJP, Encoding::utf16LittleEndian, Encoding::utf16BigEndian})
+    for (const Encoding encoding : {Encoding::shiftJIS, Encoding::eucJP})
         if (std::optional<ByteBuffer> text = decode(bytes.view(), encoding))
+            return text;
+    for (const Encoding encoding : {Encoding::utf16LittleEndian, Encoding::utf16BigEndian})
+        if (std::optional<ByteBuffer> text = decode(bytes.view(), encoding);
+            text && hasCSVSeparator(text->view()))
             return text;
     return {};
 }
