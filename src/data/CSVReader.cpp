@@ -72,6 +72,7 @@ public:
     }
 
     void endRow() {
+        ++rowsRead;
         if (hasHeader && !isBlank)
             addItem();
         hasHeader = true;
@@ -90,7 +91,8 @@ public:
 
     bool hasHeader = false;
     bool hasTooManyItems = false;
-    std::string headerLine; ///< the header's fields joined for the log
+    std::size_t rowsRead = 0; ///< blank ones included
+    std::string headerLine;   ///< the header's fields joined for the log
     std::vector<ItemRow> rows;
 
 private:
@@ -175,8 +177,12 @@ Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::
             LaunchError{LaunchError::invalidCSVFormat, std::string(fileName) + ": failed to read file"});
 
     ItemCollector collector(text);
-    if (!tokenizeCSV(text.data(), text.size(), collector))
+    if (!tokenizeCSV(text.data(), text.size(), collector)) {
+        // No row ends behind the quote, so it stands in the row that did not end.
+        appendLogLine("CSV unterminated quote (" + std::string(fileName) + "): opened in row " +
+                      std::to_string(collector.rowsRead + 1));
         return std::unexpected(unterminatedQuote);
+    }
     if (collector.hasHeader) {
         // Only a text that could be split to its end has a header to report.
         appendLogLine("CSV headers (" + std::string(fileName) + "): " + collector.headerLine);

@@ -18,9 +18,10 @@ Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text
 
 /// Turns the text of one data file into items. `text` is valid UTF-8 and is taken over, because the rows are
 /// views of it; `fileName` stands in messages, `sourceName` becomes the items' source. One line with the
-/// header goes to the log. Columns may stand in any order, more than the required ones are ignored, and of
-/// columns with the same name the first counts.
-/// Fails with LaunchError::invalidCSVFormat or missingRequiredColumns.
+/// header goes to the log, or one with the row in which an unterminated quote was opened: the header is row
+/// 1, blank rows count, a line end within quotes does not begin a row. Columns may stand in any order, more
+/// than the required ones are ignored, and of columns with the same name the first counts. Fails with
+/// LaunchError::invalidCSVFormat or missingRequiredColumns.
 Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
                                const LogLine& appendLogLine);
 

@@ -13,6 +13,7 @@ namespace {
 
 const std::string header = "Title,Command,Params,Keywords\n";
 const std::string headerLine = "CSV headers (tools.csv): ";
+const std::string openQuote = "CSV unterminated quote (tools.csv): opened in row ";
 const std::string unterminated = "Invalid CSV format: unterminated quote";
 
 Reading read(std::string_view text) {
@@ -75,7 +76,7 @@ TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
     }
 }
 
-TEST(ReadCSVItems, LogsTheHeaderOfEveryTextThatCanBeSplitAndNamesTheFailure) {
+TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuoteAndNamesTheFailure) {
     struct Case {
         std::string text;
         Lines log;
@@ -95,8 +96,8 @@ TEST(ReadCSVItems, LogsTheHeaderOfEveryTextThatCanBeSplitAndNamesTheFailure) {
         {"Keywords,Params,Title", {headerLine + "Keywords | Params | Title"}, missing + "Command"},
         {"Title,Params,Command\nx", {headerLine + "Title | Params | Command"}, missing + "Keywords"},
         {"\n" + header, {headerLine}, missing + "Title"},
-        {header + "x,\"y", {}, unterminated},
-        {"Title\n\"", {}, unterminated},
+        {"Title,\"", {openQuote + "1"}, unterminated},
+        {header + "\n\"a\nb\",\"\"\"\"\r\nx,\"y\"\"z\nlast\n", {openQuote + "4"}, unterminated},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.text);
