@@ -31,6 +31,12 @@ std::string selectedRange(const QLineEdit& field) {
     return "{" + std::to_string(location) + ", " + std::to_string(field.selectionLength()) + "}";
 }
 
+/// Whether QLineEdit would select all of its text by itself for this focus.
+bool isByKeyboard(Qt::FocusReason reason) {
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+           reason == Qt::ShortcutFocusReason;
+}
+
 /// Whether the focus only went to a menu or another window and will be back without having been moved.
 bool isInterruption(Qt::FocusReason reason) {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
@@ -106,7 +112,10 @@ void SearchField::inputMethodEvent(QInputMethodEvent* event) {
 void SearchField::focusInEvent(QFocusEvent* event) {
     if (!isFirstResponder) {
         gainFocus(event->reason());
-        QLineEdit::focusInEvent(event);
+        // What is selected is up to selectAllOnFocus alone.
+        QFocusEvent gained(event->type(),
+                           isByKeyboard(event->reason()) ? Qt::OtherFocusReason : event->reason());
+        QLineEdit::focusInEvent(&gained);
         return;
     }
     QLineEdit::focusInEvent(event);
@@ -123,10 +132,10 @@ void SearchField::gainFocus(Qt::FocusReason reason) {
     debugLog("becomeFirstResponder end becameFirstResponder=", textOf(isFirstResponder));
     if (!selectAllOnFocus)
         return;
-    shouldSelectAllAfterMouseDown = reason == Qt::MouseFocusReason;
-    debugLog(
-        "becomeFirstResponder currentEventType=", shouldSelectAllAfterMouseDown ? "MouseButtonPress" : "none",
-        " isMouseDrivenFocus=", textOf(shouldSelectAllAfterMouseDown));
+    const bool isPress = reason == Qt::MouseFocusReason;
+    shouldSelectAllAfterMouseDown = isPress && QGuiApplication::mouseButtons() == Qt::LeftButton;
+    debugLog("becomeFirstResponder currentEventType=", isPress ? "MouseButtonPress" : "none",
+             " isMouseDrivenFocus=", textOf(shouldSelectAllAfterMouseDown));
     if (!shouldSelectAllAfterMouseDown)
         scheduleSelectAll(1);
 }
@@ -134,29 +143,35 @@ void SearchField::gainFocus(Qt::FocusReason reason) {
 void SearchField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     isComposing = false;
+    shouldSelectAllAfterMouseDown = false; // the release may never arrive
     if (!isInterruption(event->reason()))
         isFirstResponder = false;
 }
 
 void SearchField::mousePressEvent(QMouseEvent* event) {
-    notePress(1);
+    notePress(*event);
     QLineEdit::mousePressEvent(event);
 }
 
 void SearchField::mouseDoubleClickEvent(QMouseEvent* event) {
-    notePress(2);
+    notePress(*event);
     QLineEdit::mouseDoubleClickEvent(event);
 }
 
-void SearchField::notePress(int clicks) {
-    clickCount = clicks;
-    ++selectAllRequest; // a second click comes before what the first one scheduled
-    debugLog("mouseDown clickCount=", std::to_string(clicks),
+void SearchField::notePress(const QMouseEvent& press) {
+    if (press.button() != Qt::RightButton)
+        ++selectAllRequest; // this press places the caret, for a middle click's paste too
+    if (press.button() != Qt::LeftButton)
+        return;
+    clickCount = clicks.count(press);
+    debugLog("mouseDown clickCount=", std::to_string(clickCount),
              " shouldSelectAllAfterMouseDown=", textOf(shouldSelectAllAfterMouseDown));
 }
 
 void SearchField::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return;
     if (std::exchange(shouldSelectAllAfterMouseDown, false) && clickCount == 1)
         scheduleSelectAll(2);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/ClickCounter.h"
+
 #include <QLineEdit>
 
 #include <functional>
@@ -13,7 +15,8 @@ namespace kavendra {
 /// composition.
 ///
 /// With selectAllOnFocus the whole text is selected, ready to be typed over, when the field gains the focus
-/// and when its window is activated again; a click that brings the focus does so once the button is released.
+/// and when its window is activated again; a click of the left button that brings the focus does so once the
+/// button is released. Without it nothing is selected by itself, however the focus arrives.
 class SearchField final : public QLineEdit {
 public:
     explicit SearchField(QWidget* parent = nullptr);
@@ -44,7 +47,7 @@ protected:
 private:
     const std::function<void()>* callbackFor(const QKeyEvent& event) const;
     void gainFocus(Qt::FocusReason reason);
-    void notePress(int clicks);
+    void notePress(const QMouseEvent& press);
     void scheduleSelectAll(int deferrals);
     void selectWholeText();
     void applyColors();
@@ -57,7 +60,8 @@ private:
     bool isFirstResponder = false; ///< it has the focus within its window, active or not
     bool shouldSelectAllAfterMouseDown = false;
     int selectAllRequest = 0; ///< what is scheduled counts only while this stays the same
-    int clickCount = 0;       ///< of the press that is going on
+    ClickCounter clicks;
+    int clickCount = 0; ///< of the last press of the left button
 };
 
 } // namespace kavendra

@@ -130,14 +130,38 @@ protected:
         return field.selectedText();
     }
 
-    void click() { QTest::mouseClick(&field, Qt::LeftButton, {}, QPoint(60, 20)); }
+    /// Through the window, so that the application moves the focus and detects double clicks. Times are in
+    /// milliseconds since the press before.
+    void press(Qt::MouseButton button = Qt::LeftButton, int pause = 1000, QPoint position = inFirstWord) {
+        lastPress = std::max(lastPress, QTest::lastMouseTimestamp) + pause;
+        QTest::lastMouseTimestamp = lastPress - 1; // QTest adds one
+        QTest::mousePress(window.windowHandle(), button, {}, position);
+    }
+    void release(Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseRelease(window.windowHandle(), button, {}, inFirstWord);
+        QTest::lastMouseTimestamp = lastPress;
+    }
+    void click(Qt::MouseButton button = Qt::LeftButton, int pause = 1000, QPoint position = inFirstWord) {
+        press(button, pause, position);
+        if (QWidget* menu = QApplication::activePopupWidget())
+            menu->close();
+        release(button);
+    }
+
+    static constexpr QPoint inFirstWord{38, 20}; ///< behind the icon
+    int lastPress = 0;
 };
 
 } // namespace
 
 TEST_F(SearchFieldFocusTest, withoutTheSettingNothingIsSelectedByItself) {
-    field.setFocus(Qt::TabFocusReason);
-    field.deselect();
+    for (const Qt::FocusReason reason :
+         {Qt::TabFocusReason, Qt::BacktabFocusReason, Qt::ShortcutFocusReason}) {
+        field.setFocus(reason);
+        EXPECT_EQ(selectedAfterEvents(), "") << reason;
+        other.setFocus();
+    }
+    lines.clear();
     click();
     EXPECT_EQ(selectedAfterEvents(), "");
     EXPECT_EQ(lines, (std::vector<std::string>{
@@ -149,7 +173,7 @@ TEST_F(SearchFieldFocusTest, withoutTheSettingNothingIsSelectedByItself) {
 
 TEST_F(SearchFieldFocusTest, withTheSettingTabSelectsAll) {
     field.selectAllOnFocus = true;
-    field.setFocus(Qt::OtherFocusReason);
+    field.setFocus(Qt::TabFocusReason);
     EXPECT_EQ(selectedAfterEvents(), "abc def");
     ASSERT_EQ(lines.size(), 5U);
     EXPECT_EQ(lines[2], "SearchField becomeFirstResponder currentEventType=none isMouseDrivenFocus=false");
@@ -159,20 +183,69 @@ TEST_F(SearchFieldFocusTest, withTheSettingTabSelectsAll) {
 
 TEST_F(SearchFieldFocusTest, aClickThatBringsTheFocusSelectsAllAndALaterOneDoesNot) {
     field.selectAllOnFocus = true;
-    field.setFocus(Qt::MouseFocusReason); // what the application does before it delivers the press
-    click();
+    press();
+    EXPECT_EQ(selectedAfterEvents(), "") << "not before the release";
+    release();
     EXPECT_EQ(selectedAfterEvents(), "abc def");
     click();
     EXPECT_EQ(selectedAfterEvents(), "");
 }
 
+TEST_F(SearchFieldFocusTest, onlyTheLeftButtonBringsTheFocusAsAClick) {
+    field.selectAllOnFocus = true;
+    struct Case {
+        Qt::MouseButton button;
+        const char* selected;
+    };
+    for (const Case& c : {Case{Qt::RightButton, "abc def"}, Case{Qt::MiddleButton, ""}}) {
+        SCOPED_TRACE(c.button);
+        other.setFocus();
+        lines.clear();
+        click(c.button);
+        EXPECT_EQ(selectedAfterEvents(), c.selected);
+        ASSERT_GE(lines.size(), 3U);
+        EXPECT_EQ(lines[2], "SearchField becomeFirstResponder currentEventType=MouseButtonPress "
+                            "isMouseDrivenFocus=false");
+        lines.clear();
+        click();
+        EXPECT_EQ(selectedAfterEvents(), "") << "the field has had the focus";
+        EXPECT_EQ(lines, std::vector<std::string>{
+                             "SearchField mouseDown clickCount=1 shouldSelectAllAfterMouseDown=false"});
+    }
+}
+
+TEST_F(SearchFieldFocusTest, aPressWhoseReleaseIsLostLeavesNothingBehind) {
+    field.selectAllOnFocus = true;
+    press();
+    QFocusEvent away(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QFocusEvent back(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&field, &away);
+    QApplication::sendEvent(&field, &back);
+    click();
+    EXPECT_EQ(selectedAfterEvents(), "");
+}
+
+TEST_F(SearchFieldFocusTest, clicksAreCountedByTimeAndPlace) {
+    const QPoint aside = inFirstWord + QPoint(0, 8);
+    click();
+    click(Qt::LeftButton, 100);
+    click(Qt::RightButton, 10);
+    click(Qt::LeftButton, 100);
+    click(Qt::LeftButton, 100);
+    click(Qt::LeftButton, 100, aside);
+    click(Qt::LeftButton, 100, aside);
+    click(Qt::LeftButton, 1000, aside);
+    std::string counts;
+    for (const std::string& line : lines)
+        if (const auto at = line.find("clickCount="); at != std::string::npos)
+            counts += line.substr(at + 11, 2);
+    EXPECT_EQ(counts, "1 2 3 4 1 2 1 ");
+}
+
 TEST_F(SearchFieldFocusTest, aDoubleClickThatBringsTheFocusLeavesTheWord) {
     field.selectAllOnFocus = true;
-    field.setFocus(Qt::MouseFocusReason);
-    const QPoint inFirstWord(38, 20); // behind the icon
-    QTest::mouseClick(&field, Qt::LeftButton, {}, inFirstWord);
-    QTest::mouseDClick(&field, Qt::LeftButton, {}, inFirstWord);
-    QTest::mouseRelease(&field, Qt::LeftButton, {}, inFirstWord);
+    click();
+    click(Qt::LeftButton, 100);
     EXPECT_EQ(selectedAfterEvents(), "abc");
 }
 
