@@ -89,8 +89,6 @@ void ContentView::setSearchText(std::string text) {
 }
 
 void ContentView::select(const std::optional<UUID>& id) {
-    if (id == current.selectedItemID)
-        return;
     current.selectedItemID = id;
     stateChanged();
 }

@@ -65,6 +65,7 @@ public:
     void reloadData();
 
     void setSearchText(std::string text);
+    /// Reported as a change even if the selection stays the same, so that its row is scrolled into view.
     void select(const std::optional<UUID>& id);
 
     FilteredItems filteredItems() const { return {current.items->list, *current.filteredRows}; }

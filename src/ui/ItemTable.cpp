@@ -157,11 +157,23 @@ void ItemTable::keyPressEvent(QKeyEvent* event) {
     } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         showMenuOfSelectedRow(); // the menu key of keyboards that have none
     } else if (command && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
-        if (lastRow >= 0)
-            selectOnly(event->key() == Qt::Key_Up ? 0 : lastRow);
+        if (lastRow >= 0) {
+            const int row = event->key() == Qt::Key_Up ? 0 : lastRow;
+            selectOnly(row);
+            scrollToRow(row);
+        }
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+// Also shows a row that the key does not move away from, as Up on the first one: its selection does not
+// change, so no new state comes that would show it.
+QModelIndex ItemTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex destination = QTableView::moveCursor(action, modifiers);
+    if (destination.isValid())
+        scrollToRow(destination.row());
+    return destination;
 }
 
 /// Returns the row under the pointer, also right of the last column; -1 where there is none.

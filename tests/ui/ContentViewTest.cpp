@@ -67,6 +67,10 @@ TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
     moveSelection(+1);
     moveSelection(+1);
     EXPECT_EQ(selectedTitle(), "gamma");
+    int changes = 0;
+    content.stateChanged = [&changes] { ++changes; };
+    moveSelection(+1);
+    EXPECT_EQ(changes, 1) << "the window scrolls back to the row";
     content.select(std::nullopt);
     moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "gamma");

@@ -105,6 +105,30 @@ TEST_F(ItemTableTest, keysMoveAndLaunch) {
     EXPECT_EQ(activated, (Titles{"beta", "alpha"}));
 }
 
+TEST_F(ItemTableTest, aMoveThatStaysOnItsRowScrollsItIntoView) {
+    table.resize(1300, 90); // room for about two rows
+    struct Case {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        int row;
+    };
+    for (const Case& c :
+         {Case{Qt::Key_Up, Qt::ControlModifier, 0}, Case{Qt::Key_Up, Qt::NoModifier, 0},
+          Case{Qt::Key_Home, Qt::ControlModifier, 0}, Case{Qt::Key_Down, Qt::ControlModifier, 2},
+          Case{Qt::Key_Down, Qt::NoModifier, 2}}) {
+        SCOPED_TRACE(testing::Message() << c.key << " " << c.modifiers);
+        QScrollBar& bar = *table.verticalScrollBar();
+        const int shown = c.row == 0 ? bar.minimum() : bar.maximum();
+        const int scrolledAway = c.row == 0 ? bar.maximum() : bar.minimum();
+        ASSERT_NE(shown, scrolledAway);
+        content.select(content.filteredItems()[static_cast<std::size_t>(c.row)].id);
+        table.show(state());
+        bar.setValue(scrolledAway);
+        QTest::keyClick(&table, c.key, c.modifiers);
+        EXPECT_EQ(bar.value(), shown);
+    }
+}
+
 TEST_F(ItemTableTest, theStatesSelectionIsShownAndNotReportedBack) {
     content.select(lastSelection(content.filteredItems()));
     deliver();
