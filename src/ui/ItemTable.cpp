@@ -6,7 +6,6 @@
 #include "ui/MenuBuilder.h"
 
 #include <QContextMenuEvent>
-#include <QCoreApplication>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -75,7 +74,7 @@ void ItemTable::show(const ContentViewState& state) {
 }
 
 void ItemTable::showRows(const ContentViewState& state) {
-    pressedRow.reset(); // another row may be under the pointer now
+    press.giveUp(); // another row may be under the pointer now
     rowsModel.setRows(state.items, state.filteredRows);
 }
 
@@ -113,7 +112,7 @@ void ItemTable::pushSelection(const ContentViewState& state) {
     const auto row = static_cast<int>(*position);
     if (selectedRow() != row)
         selectOnly(row);
-    if (!pressedRow) // a row must not move away from under the pointer
+    if (!press.isActive()) // a row must not move away from under the pointer
         scrollToRow(row);
 }
 
@@ -176,36 +175,33 @@ QModelIndex ItemTable::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
     return destination;
 }
 
-/// Returns the row under the pointer, also right of the last column; -1 where there is none.
-int ItemTable::rowUnder(const QMouseEvent* event) const {
+/// Returns the row under the pointer, also right of the last column.
+std::optional<int> ItemTable::rowUnder(const QMouseEvent* event) const {
     const QPoint position = event->position().toPoint();
-    return viewport()->rect().contains(position) ? rowAt(position.y()) : -1;
+    const int row = viewport()->rect().contains(position) ? rowAt(position.y()) : -1;
+    return row >= 0 ? std::optional(row) : std::nullopt;
 }
 
 // A press selects at once; the row is launched when the button is released on it, without having left it.
 void ItemTable::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    QCoreApplication::instance()->installEventFilter(this); // until the release: see eventFilter
-    const int row = rowUnder(event);
-    pressedRow = row >= 0 ? std::optional(row) : std::nullopt;
-    if (pressedRow)
-        selectOnly(*pressedRow);
+    const auto row = rowUnder(event);
+    press.begin(row);
+    if (row)
+        selectOnly(*row);
     else
         clearSelection();
 }
 
 void ItemTable::mouseMoveEvent(QMouseEvent* event) {
-    if (pressedRow && rowUnder(event) != *pressedRow)
-        pressedRow.reset();
+    press.moveTo(rowUnder(event));
 }
 
 void ItemTable::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    QCoreApplication::instance()->removeEventFilter(this);
-    const auto row = std::exchange(pressedRow, std::nullopt);
-    if (row && rowUnder(event) == *row)
+    if (const auto row = press.release(rowUnder(event)))
         onActivate(rowsModel.item(*row));
 }
 
@@ -214,6 +210,8 @@ void ItemTable::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ItemTable::contextMenuEvent(QContextMenuEvent* event) {
+    if (press.isActive())
+        return; // the menu would take the release
     if (event->reason() == QContextMenuEvent::Keyboard)
         showMenuOfSelectedRow();
     else
@@ -280,12 +278,6 @@ void ItemTable::reportResizedColumns() {
 }
 
 bool ItemTable::eventFilter(QObject* watched, QEvent* event) {
-    // Escape gives a press up, whatever has the keyboard focus.
-    if (pressedRow && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
-        pressedRow.reset();
-        return true;
-    }
     if (event->type() == QEvent::MouseButtonRelease && watched == horizontalHeader()->viewport())
         reportResizedColumns();
     return QTableView::eventFilter(watched, event);

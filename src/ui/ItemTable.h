@@ -3,6 +3,7 @@
 #include "config/StateFile.h"
 #include "platform/Menu.h"
 #include "ui/ItemTableModel.h"
+#include "ui/RowPress.h"
 
 #include <QTableView>
 
@@ -54,11 +55,11 @@ private:
     void showMenuAt(const QPoint& position);
     void showMenuOfSelectedRow();
     int selectedRow() const;
-    int rowUnder(const QMouseEvent* event) const;
+    std::optional<int> rowUnder(const QMouseEvent* event) const;
     QString overflowText(const QModelIndex& index) const;
 
     ItemTableModel rowsModel;
-    std::optional<int> pressedRow; ///< where the primary button went down, while a click can still come of it
+    RowPress press{*viewport()};
     std::vector<int> resizedColumns; ///< by the drag that is going on
     bool isSynchronizingSelection = false;
     bool isApplyingColumnWidths = false;

@@ -1,0 +1,101 @@
+#include "ui/RowPress.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWidget>
+
+#include <utility>
+
+namespace kavendra {
+
+namespace {
+
+bool isEscape(const QEvent& event) {
+    return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+}
+
+bool isEnter(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+} // namespace
+
+RowPress::RowPress(QWidget& viewport) : m_viewport(viewport) {}
+
+void RowPress::begin(std::optional<int> row) {
+    abandon();
+    m_isActive = true;
+    m_row = row;
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void RowPress::moveTo(std::optional<int> row) {
+    if (row != m_row)
+        giveUp();
+}
+
+std::optional<int> RowPress::release(std::optional<int> row) {
+    moveTo(row);
+    const std::optional<int> launched = m_row;
+    end(launched.has_value());
+    return launched;
+}
+
+void RowPress::abandon() {
+    end(false);
+}
+
+void RowPress::end(bool isLaunch) {
+    if (!std::exchange(m_isActive, false))
+        return;
+    m_row.reset();
+    if (isLaunch)
+        std::erase_if(m_heldEvents, [](const HeldEvent& held) { return isEnter(*held.event); });
+    if (m_heldEvents.empty())
+        return QCoreApplication::instance()->removeEventFilter(this);
+    // Later, because the launch comes first. Until then the filter stays: a key whose event is already queued
+    // must not overtake those that are held.
+    QMetaObject::invokeMethod(this, [this] { deliverHeldEvents(); }, Qt::QueuedConnection);
+}
+
+void RowPress::deliverHeldEvents() {
+    if (m_isActive)
+        return; // the next press has begun, and delivers them at its end
+    QCoreApplication::instance()->removeEventFilter(this);
+    for (const HeldEvent& held : std::exchange(m_heldEvents, {}))
+        if (held.receiver)
+            QCoreApplication::sendEvent(held.receiver, held.event.get());
+}
+
+// On the application, because what is typed goes to the widget that has the keyboard. A key is seen first on
+// its way to the window, an input method's text on its way to the widget.
+bool RowPress::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::KeyPress:
+        if (m_isActive && isEscape(*event)) {
+            giveUp();
+            return true;
+        }
+        [[fallthrough]];
+    case QEvent::InputMethod:
+        m_heldEvents.push_back({watched, std::unique_ptr<QEvent>(event->clone())});
+        return true;
+    case QEvent::MouseMove:
+        if (!static_cast<QMouseEvent*>(event)->buttons().testFlag(Qt::LeftButton))
+            abandon();
+        return false;
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+        if (watched == &m_viewport)
+            abandon();
+        return false;
+    default:
+        return false;
+    }
+}
+
+} // namespace kavendra
