@@ -55,5 +55,9 @@ query "two"
 eventually "the rows are those of the query" status_is "1 items | Command not found: no-such-program"
 xdotool mousemove --window "$window" 100 82 click 1
 eventually "a click launches the row" recorded "editor\t$desk/notes.txt"
+: >"$record"
+xdotool mousedown 1 key r mouseup 1
+eventually "typing during a click does not cancel it" recorded "editor\t$desk/notes.txt"
+eventually "and is handled after it" status_is "0 items | Launched (default app): Notes"
 quit
 echo "all steps passed"
