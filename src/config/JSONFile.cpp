@@ -1,5 +1,6 @@
 #include "config/JSONFile.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 
 #include <nlohmann/json.hpp>
@@ -32,7 +33,7 @@ Result<void> writeJSONObject(const std::string& path, const json& object) {
     } catch (const json::exception&) {
         return std::unexpected(Error{path + ": Invalid or incomplete multibyte or wide character"});
     }
-    return writeFileInPlace(path, text);
+    return replaceFile(path, text);
 }
 
 } // namespace kavendra

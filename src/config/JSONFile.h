@@ -24,7 +24,7 @@ std::optional<nlohmann::json> parseJSONObject(std::string_view bytes);
 /// Reads a file and returns its object, or nothing for whatever reason it has none.
 std::optional<nlohmann::json> readJSONObject(const std::string& path);
 
-/// Writes the object over the file's content. Fails with the system's reason, or when a text is not UTF-8.
+/// Replaces the file. Fails with the system's reason, or when a text is not UTF-8.
 Result<void> writeJSONObject(const std::string& path, const nlohmann::json& object);
 
 } // namespace kavendra

@@ -1,5 +1,6 @@
 #include "config/LogFile.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

@@ -1,5 +1,6 @@
 #include "data/SampleDataFile.h"
 
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "platform/Result.h"
+
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace kavendra {
@@ -31,5 +36,15 @@ public:
 private:
     int number;
 };
+
+/// Opens a file; `flags` and `permissions` as for open(2). Never waits for the other end of a pipe, and no
+/// started program inherits the descriptor.
+Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t permissions = 0);
+
+/// Returns the status of an open regular file. Fails for anything else: EISDIR for a directory, else EINVAL.
+Result<struct stat> regularFileStatus(const FileDescriptor& file, const std::string& path);
+
+/// Writes all of `content` at the file's position; `path` is what a failure names.
+Result<void> writeAll(const FileDescriptor& file, const std::string& path, std::string_view content);
 
 } // namespace kavendra

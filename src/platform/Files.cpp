@@ -1,8 +1,5 @@
 #include "platform/Files.h"
 
-#include "platform/Paths.h"
-#include "platform/ReservedSpace.h"
-
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,58 +25,16 @@ std::optional<struct stat> statusOf(const std::string& path) {
     return status;
 }
 
-/// Opens a file without ever waiting for the other end of a pipe.
-Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t mode = 0) {
-    if (path.find('\0') != std::string::npos)
-        return systemFailure(path, EINVAL);
-    FileDescriptor file(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, mode));
-    if (!file)
-        return systemFailure(path, errno);
-    return file;
-}
-
 /// Returns the size of an open regular file of at most `maximumSize` bytes; anything else is refused.
 Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::string& path,
                                     std::size_t maximumSize = std::numeric_limits<std::size_t>::max()) {
-    struct stat status{};
-    if (fstat(file.get(), &status) != 0)
-        return systemFailure(path, errno);
-    if (S_ISDIR(status.st_mode))
-        return systemFailure(path, EISDIR);
-    if (!S_ISREG(status.st_mode))
-        return systemFailure(path, EINVAL);
-    const auto size = static_cast<std::size_t>(status.st_size);
+    const auto status = regularFileStatus(file, path);
+    if (!status)
+        return std::unexpected(status.error());
+    const auto size = static_cast<std::size_t>(status->st_size);
     if (size > maximumSize)
         return systemFailure(path, EFBIG);
     return size;
-}
-
-Result<void> writeAll(const FileDescriptor& file, const std::string& path, std::string_view content) {
-    while (!content.empty()) {
-        const ssize_t written = write(file.get(), content.data(), content.size());
-        if (written < 0 && errno != EINTR)
-            return systemFailure(path, errno);
-        if (written > 0)
-            content.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return {};
-}
-
-/// Puts `content` in the place of what the file holds. On failure the old content stands as long as the room
-/// for the new one could not be had.
-Result<void> overwrite(const FileDescriptor& file, const std::string& path, std::string_view content,
-                       std::size_t oldSize) {
-    if (const int reason = reserveSpace(file.get(), content.size()); reason != 0) {
-        // A reservation that failed half-way may have made the file longer.
-        if (ftruncate(file.get(), static_cast<off_t>(oldSize)) != 0)
-            return systemFailure(path, errno);
-        return systemFailure(path, reason);
-    }
-    if (const auto written = writeAll(file, path, content); !written)
-        return written;
-    if (ftruncate(file.get(), static_cast<off_t>(content.size())) != 0 || fsync(file.get()) != 0)
-        return systemFailure(path, errno);
-    return {};
 }
 
 /// Writes the rest of one open file to another.
@@ -98,13 +53,6 @@ Result<void> copyContent(const FileDescriptor& from, const std::string& source, 
         if (auto written = writeAll(to, destination, content); !written)
             return written;
     }
-}
-
-/// The permissions that a new file of this process gets.
-mode_t newFileMode() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666 & ~mask;
 }
 
 } // namespace
@@ -199,36 +147,6 @@ Result<std::vector<std::string>> listDirectory(const std::string& path) {
     if (errno != 0)
         return systemFailure(path, errno);
     return names;
-}
-
-Result<void> writeFileInPlace(const std::string& path, std::string_view content) {
-    const bool isNew = !exists(path);
-    const auto file = openFile(path, O_WRONLY | O_CREAT, 0666);
-    if (!file)
-        return std::unexpected(file.error());
-    const auto oldSize = regularFileSize(*file, path);
-    if (!oldSize)
-        return std::unexpected(oldSize.error());
-    const auto written = overwrite(*file, path, content, *oldSize);
-    if (!written && isNew)
-        unlink(path.c_str()); // an empty file would be worse than none
-    return written;
-}
-
-Result<void> writeFileAtomically(const std::string& path, std::string_view content) {
-    if (path.find('\0') != std::string::npos)
-        return systemFailure(path, EINVAL);
-    std::string temporary =
-        joinedPath(parentPath(path), "." + std::string(lastPathComponent(path)) + ".XXXXXX");
-    const FileDescriptor file(mkostemp(temporary.data(), O_CLOEXEC));
-    if (!file)
-        return systemFailure(path, errno);
-    auto written = overwrite(file, path, content, 0);
-    if (written && (fchmod(file.get(), newFileMode()) != 0 || rename(temporary.c_str(), path.c_str()) != 0))
-        written = systemFailure(path, errno);
-    if (!written)
-        unlink(temporary.c_str());
-    return written;
 }
 
 Result<void> copyFile(const std::string& source, const std::string& destination) {

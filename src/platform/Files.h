@@ -33,13 +33,6 @@ Result<void> createDirectories(const std::string& path);
 /// Returns the names of the entries of a directory, hidden ones included, in no order.
 Result<std::vector<std::string>> listDirectory(const std::string& path);
 
-/// Replaces the content of a file in place, creating it when missing. The room for the new content is taken
-/// before a byte of the old one is touched, so a full disk leaves the old content whole.
-Result<void> writeFileInPlace(const std::string& path, std::string_view content);
-
-/// Replaces a file through a temporary one beside it: a reader sees the old content or the new, never a part.
-Result<void> writeFileAtomically(const std::string& path, std::string_view content);
-
 /// Copies the content of a regular file to a new file, which only its owner may read and write. Fails when
 /// something stands at `destination` (EEXIST); a copy that fails half-way is removed.
 Result<void> copyFile(const std::string& source, const std::string& destination);

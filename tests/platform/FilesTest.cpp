@@ -43,44 +43,6 @@ TEST_F(Files, areNeverWaitedForWhenPipes) {
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     EXPECT_FALSE(readFile(pipe, 9));
     EXPECT_FALSE(appendToFile(pipe, "x"));
-    EXPECT_FALSE(writeFileInPlace(pipe, "x"));
-}
-
-TEST_F(Files, areReplacedInPlace) {
-    const std::string file = directory.write("file", "a long old content");
-    ASSERT_EQ(symlink(file.c_str(), directory.path("link").c_str()), 0);
-    ASSERT_TRUE(writeFileInPlace(directory.path("link"), "new"));
-    EXPECT_EQ(directory.read("file"), "new") << "the link still leads to the file";
-    for (const std::string& content : {std::string(100000, 'x'), std::string()}) {
-        ASSERT_TRUE(writeFileInPlace(file, content));
-        EXPECT_EQ(directory.read("file"), content);
-    }
-}
-
-TEST_F(Files, keepTheirOldContentWhenTheyMayNotGrow) {
-    const std::string file = directory.write("file", "old");
-    const std::string tooLong(200000, 'x');
-    {
-        const ScopedFileSizeLimit limit(4096);
-        EXPECT_EQ(reasonOf(writeFileInPlace(file, tooLong)), "./file: File too large");
-        EXPECT_FALSE(writeFileInPlace(directory.path("new"), tooLong));
-        EXPECT_FALSE(writeFileAtomically(file, tooLong));
-    }
-    EXPECT_EQ(directory.read("file"), "old");
-    const auto left = listDirectory(directory.path());
-    EXPECT_EQ(*left, std::vector<std::string>{"file"}) << "neither an empty nor a temporary file stays";
-}
-
-TEST_F(Files, keepTheirOldContentOnASmallFileSystemThatIsFull) {
-    const SmallFileSystem disk(directory.path(), 64 * 1024);
-    if (!disk.isMounted())
-        GTEST_SKIP() << "mounting a file system is not allowed here";
-    const std::string file = directory.write("file", "old");
-    EXPECT_EQ(reasonOf(writeFileInPlace(file, std::string(100000, 'x'))), "./file: No space left on device");
-    EXPECT_EQ(directory.read("file"), "old");
-    directory.write("filler", std::string(60000, 'x'));
-    EXPECT_FALSE(writeFileAtomically(file, std::string(8192, 'x')));
-    EXPECT_EQ(directory.read("file"), "old");
 }
 
 TEST_F(Files, nameMissingPermissionsAsTheReason) {
@@ -91,23 +53,11 @@ TEST_F(Files, nameMissingPermissionsAsTheReason) {
     EXPECT_EQ(reasonOf(setPermissions(directory.path("none"), 0444)), "./none: No such file or directory");
     {
         const ScopedOrdinaryUser user(directory.path());
-        EXPECT_EQ(reasonOf(writeFileInPlace(file, "new")), "./file: Permission denied");
-        EXPECT_EQ(reasonOf(writeFileInPlace(directory.path("new"), "new")), "./new: Permission denied");
-        EXPECT_FALSE(writeFileAtomically(file, "new"));
+        EXPECT_EQ(reasonOf(appendToFile(file, "new")), "./file: Permission denied");
         EXPECT_EQ(reasonOf(createDirectories(directory.path("a/b"))), "./a/b: Permission denied");
     }
     EXPECT_EQ(directory.read("file"), "old");
     chmod(directory.path().c_str(), 0755);
-}
-
-TEST_F(Files, haveOrdinaryPermissionsWhenWrittenAtomically) {
-    const mode_t previous = umask(022);
-    ASSERT_TRUE(writeFileAtomically(directory.path("file"), "one"));
-    ASSERT_TRUE(writeFileAtomically(directory.path("file"), ""));
-    umask(previous);
-    EXPECT_EQ(std::filesystem::status(directory.path("file")).permissions(), std::filesystem::perms(0644));
-    EXPECT_EQ(directory.read("file"), "");
-    EXPECT_EQ(listDirectory(directory.path())->size(), 1U);
 }
 
 TEST_F(Files, areAppendedToWhenTheyExist) {

@@ -29,13 +29,13 @@ private:
     rlimit previous{};
 };
 
-/// Root may do everything, so permissions are tried as the user "nobody", who then owns `directory`.
+/// Root may do everything, so permissions are tried as the user "nobody".
 class ScopedOrdinaryUser {
 public:
-    explicit ScopedOrdinaryUser(const std::string& directory) {
-        if (geteuid() == 0 && chown(directory.c_str(), nobody, nobody) == 0 && seteuid(nobody) == 0)
-            wasRoot = true;
-    }
+    ScopedOrdinaryUser() : wasRoot(geteuid() == 0 && seteuid(nobody) == 0) {}
+    /// Makes `directory` the user's own.
+    explicit ScopedOrdinaryUser(const std::string& directory)
+        : wasRoot(geteuid() == 0 && chown(directory.c_str(), nobody, nobody) == 0 && seteuid(nobody) == 0) {}
     ~ScopedOrdinaryUser() {
         if (wasRoot && seteuid(0) != 0)
             std::abort();
@@ -43,24 +43,25 @@ public:
 
 private:
     static constexpr uid_t nobody = 65534;
-    bool wasRoot = false;
+    bool wasRoot;
 };
 
-/// A file system of a few bytes, mounted on a directory; needs root.
-class SmallFileSystem {
+/// Something mounted on a path, with the arguments of mount(2); needs root.
+class ScopedMount {
 public:
-    SmallFileSystem(std::string directory, std::size_t bytes)
-        : directory(std::move(directory)), mounted(mount("tmpfs", this->directory.c_str(), "tmpfs", 0,
-                                                         ("size=" + std::to_string(bytes)).c_str()) == 0) {}
-    ~SmallFileSystem() {
+    ScopedMount(const std::string& source, std::string path, const char* type, unsigned long flags = 0,
+                const char* options = nullptr)
+        : path(std::move(path)),
+          mounted(mount(source.c_str(), this->path.c_str(), type, flags, options) == 0) {}
+    ~ScopedMount() {
         if (mounted)
-            umount(directory.c_str());
+            umount(path.c_str());
     }
 
     bool isMounted() const { return mounted; }
 
 private:
-    std::string directory;
+    std::string path;
     bool mounted;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/ExecutablePath.h"
 #include "platform/Executables.h"
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/ApplicationDirectory.h"

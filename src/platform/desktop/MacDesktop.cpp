@@ -1,6 +1,7 @@
 #include "platform/desktop/MacDesktop.h"
 
 #include "platform/ExecutablePath.h"
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/TextDecoding.h"

@@ -1,0 +1,69 @@
+// A program for tools/kill-test.
+// usage: saving_loop save DIRECTORY   saves settings and state there without pause until it is killed
+//        saving_loop check DIRECTORY  succeeds when both files hold one whole save
+#include "config/JSONFile.h"
+#include "config/SettingsFile.h"
+#include "config/StateFile.h"
+#include "platform/FileReplacement.h"
+#include "platform/Files.h"
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace kavendra;
+
+/// Returns the settings of a short and of a long file: the end of a mixture of both parses as neither.
+LaunchSettings settingsOf(bool isLong) {
+    return defaultSettings(std::string(isLong ? 20000 : 20, isLong ? 'l' : 's'));
+}
+
+LaunchState stateOf(bool isLong) {
+    return {{{std::string(isLong ? 20000 : 20, isLong ? 'l' : 's'), 100}}};
+}
+
+/// Saves the same bytes again and again, because making them takes longer than the save that is tried here.
+bool saveForever(const std::string& directory) {
+    const std::array paths{settingsFilePath(directory), stateFilePath(directory)};
+    std::vector<std::pair<std::string, std::string>> saves;
+    for (const bool isLong : {true, false}) {
+        if (!writeSettings(directory, settingsOf(isLong)) || !writeState(directory, stateOf(isLong)))
+            return false;
+        for (const std::string& path : paths)
+            saves.emplace_back(path, readFile(path, maximumJSONFileSize)->view());
+    }
+    for (;;)
+        for (const auto& [path, content] : saves)
+            if (!replaceFile(path, content))
+                return false;
+}
+
+bool isWhole(const std::string& directory) {
+    const auto settings = loadSettings(directory);
+    const auto state = loadState(directory);
+    const auto is = [&](bool isLong) {
+        return std::pair{settings->dataDirectoryPath == settingsOf(isLong).dataDirectoryPath,
+                         state->columnWidths == stateOf(isLong).columnWidths};
+    };
+    if (!settings || !state)
+        return false;
+    const auto [shortSettings, shortState] = is(false);
+    const auto [longSettings, longState] = is(true);
+    return (shortSettings || longSettings) && (shortState || longState);
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 3)
+        return 2;
+    const bool succeeded = std::string_view(argv[1]) == "save" ? saveForever(argv[2]) : isWhole(argv[2]);
+    if (!succeeded)
+        std::fprintf(stderr, "%s: %s failed\n", argv[2], argv[1]);
+    return succeeded ? 0 : 1;
+}
