@@ -3,6 +3,7 @@
 #include "launch/SearchPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/PrivateDirectory.h"
 #include "platform/UUID.h"
 
 #include <algorithm>
@@ -86,8 +87,13 @@ std::string excelScript(std::string_view path, bool readOnly) {
 }
 
 Result<std::string> makeReadOnlyCopy(const std::string& source) {
-    const std::string area = joinedPath(temporaryDirectory(), "kavendra-excel-readonly");
-    const std::string directory = joinedPath(area, UUID::random().text());
+    const std::string temporary = temporaryDirectory();
+    if (auto created = createDirectories(temporary); !created)
+        return std::unexpected(std::move(created.error()));
+    const auto area = privateDirectory(joinedPath(temporary, "kavendra-excel-readonly"));
+    if (!area)
+        return std::unexpected(area.error());
+    const std::string directory = joinedPath(*area, UUID::random().text());
     const std::string copy = joinedPath(directory, lastPathComponent(source));
     Result<void> done = createDirectories(directory);
     if (done)

@@ -34,7 +34,8 @@ std::optional<std::string> excelWorkbookOf(const LaunchItem& item);
 std::string excelScript(std::string_view path, bool readOnly);
 
 /// Copies a file to a new directory of its own in the user's temporary directory, and takes the permission to
-/// write away from both. Returns the path of the copy, which nobody removes. Fails with the system's reason.
+/// write away from both. Only this user can reach it, whoever may read the file.
+/// Returns the path of the copy, which is never removed. Fails with the system's reason.
 Result<std::string> makeReadOnlyCopy(const std::string& source);
 
 class ExcelIntegration {
