@@ -8,6 +8,12 @@
 
 namespace kavendra {
 
+namespace {
+
+constexpr mode_t logPermissions = 0600;
+
+} // namespace
+
 std::string logFilePath(const std::string& logDirectory) {
     return joinedPath(logDirectory, "kavendra.log");
 }
@@ -30,13 +36,13 @@ Result<void> appendToLog(const std::string& logDirectory, std::string_view messa
     if (auto created = createDirectories(logDirectory); !created)
         return created;
     const std::string path = logFilePath(logDirectory);
-    return exists(path) ? appendToFile(path, line) : writeFileAtomically(path, line);
+    return exists(path) ? appendToFile(path, line) : writeFileAtomically(path, line, logPermissions);
 }
 
 Result<void> resetLog(const std::string& logDirectory) {
     if (auto created = createDirectories(logDirectory); !created)
         return created;
-    return writeFileAtomically(logFilePath(logDirectory), {});
+    return writeFileAtomically(logFilePath(logDirectory), {}, logPermissions);
 }
 
 } // namespace kavendra

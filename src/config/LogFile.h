@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// The log of the current run, a plain text file that is found again by its directory at every call.
+/// The log of the current run, a plain text file that is found again by its directory at every call. Only its
+/// owner may read it, because it holds what was typed.
 namespace kavendra {
 
 std::string logFilePath(const std::string& logDirectory);
@@ -18,7 +19,8 @@ std::string formattedLogLine(std::string_view message, std::chrono::sys_seconds 
 /// Fails with the system's reason.
 Result<void> appendToLog(const std::string& logDirectory, std::string_view message);
 
-/// Makes the log an empty file, creating the directory when it is missing. Fails with the system's reason.
+/// Puts a new, empty file in the log's place, creating the directory when it is missing. Fails with the
+/// system's reason.
 Result<void> resetLog(const std::string& logDirectory);
 
 } // namespace kavendra

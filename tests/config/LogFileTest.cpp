@@ -20,7 +20,12 @@ TEST(LogFile, appendsFromTheFirstLineOnAndIsEmptiedByAReset) {
     ASSERT_TRUE(appendToLog(logDirectory, "two"));
     EXPECT_THAT(directory.read("a/b/kavendra.log"),
                 testing::MatchesRegex("\\[....-..-..T..:..:..Z\\] one\n\\[....-..-..T..:..:..Z\\] two\n"));
+    using std::filesystem::perms;
+    const std::string path = logFilePath(logDirectory);
+    EXPECT_EQ(std::filesystem::status(path).permissions(), perms(0600));
+    std::filesystem::permissions(path, perms(0644));
     ASSERT_TRUE(resetLog(logDirectory));
+    EXPECT_EQ(std::filesystem::status(path).permissions(), perms(0600)) << "also one that others could read";
     EXPECT_EQ(directory.read("a/b/kavendra.log"), "");
     EXPECT_TRUE(std::filesystem::exists(directory.path("a/b/kavendra.log")));
     std::filesystem::create_directories(directory.path("kavendra.log"));
