@@ -1,0 +1,93 @@
+#include "config/SettingsFile.h"
+#include "config/StateFile.h"
+#include "data/CSVReader.h"
+#include "data/WorkbookReader.h"
+#include "fuzz/ScratchDirectory.h"
+#include "launch/Params.h"
+#include "search/SearchIndex.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iostream>
+
+/// Reads one case a line from the standard input, a JSON object, and writes what the program makes of it as
+/// one line of JSON. tools/compare-readers compares that with readers of its own.
+namespace {
+
+using namespace kavendra;
+using nlohmann::json;
+
+json failure(const Error& error) {
+    return {{"error", error.description}};
+}
+
+json itemsOf(const Result<ItemBlock>& block) {
+    if (!block)
+        return failure(block.error());
+    json items = json::array();
+    for (const ItemRow& row : block->rows) {
+        json& item = items.emplace_back(json::array());
+        for (std::size_t column = 0; column < row.size(); ++column)
+            item.push_back(block->value(row, column));
+    }
+    return items;
+}
+
+Result<ItemBlock> csvItems(const json& text) {
+    return readCSVItems(ByteBuffer(text.get<std::string>()), "rows.csv", "rows.csv", [](auto) {});
+}
+
+json matchesOf(const json& csv, const json& queries) {
+    auto block = csvItems(csv);
+    if (!block)
+        return failure(block.error());
+    ItemList items;
+    items.append(std::move(*block));
+    const SearchIndex index(items);
+    json found = json::array();
+    for (const json& query : queries)
+        found.push_back(index.matches(query.get<std::string>()));
+    return found;
+}
+
+json tokensOf(const std::string& params) {
+    const auto tokens = splitParams(params);
+    return tokens ? json(*tokens) : failure(tokens.error());
+}
+
+/// Returns the file that is written for what was read from a file with that text.
+json rewritten(const json& text, const std::string& file, const auto& load, const auto& write) {
+    static const ScratchDirectory scratch;
+    const std::string path = scratch.path + "/" + file;
+    writeBytes(path, text.get<std::string>());
+    const auto loaded = load(scratch.path);
+    if (!loaded)
+        return {{"error", "invalid"}};
+    const Result<void> written = write(scratch.path, *loaded);
+    return written ? json(readBytes(path)) : failure(written.error());
+}
+
+json answer(const json& question) {
+    const std::string kind = question.at("kind");
+    if (kind == "csv")
+        return itemsOf(csvItems(question.at("text")));
+    if (kind == "workbook")
+        return itemsOf(readWorkbookItems(question.at("path"), "workbook", [](auto) {}));
+    if (kind == "query")
+        return matchesOf(question.at("csv"), question.at("queries"));
+    if (kind == "params")
+        return tokensOf(question.at("text"));
+    if (kind == "settings")
+        return rewritten(question.at("text"), settingsFilePath(""), loadSettings, writeSettings);
+    if (kind == "state")
+        return rewritten(question.at("text"), stateFilePath(""), loadState, writeState);
+    return {{"error", "unknown kind"}};
+}
+
+} // namespace
+
+int main() {
+    for (std::string line; std::getline(std::cin, line);)
+        std::cout << answer(json::parse(line)).dump() << '\n';
+    return std::cout.flush() ? 0 : 1;
+}
