@@ -1,7 +1,7 @@
+#include "base/TextDecoding.h"
 #include "bench/Comparison.h"
 #include "bench/Generator.h"
-#include "data/CSVReader.h"
-#include "platform/TextDecoding.h"
+#include "data/csv/CSVReader.h"
 
 #include <cstring>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "bench/Generator.h"
 
-#include "data/CSVReader.h"
+#include "data/csv/CSVReader.h"
 
 #include <array>
 #include <cstdlib>

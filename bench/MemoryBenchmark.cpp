@@ -1,10 +1,10 @@
 #include "bench/MemoryBenchmark.h"
 
+#include "app/DataDirectory.h"
+#include "base/TextDecoding.h"
 #include "bench/Generator.h"
 #include "bench/WorkbookGenerator.h"
-#include "data/CSVReader.h"
-#include "data/DataDirectory.h"
-#include "platform/TextDecoding.h"
+#include "data/csv/CSVReader.h"
 #include "search/SearchIndex.h"
 
 #include <benchmark/benchmark.h>

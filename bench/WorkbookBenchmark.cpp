@@ -1,6 +1,6 @@
 #include "bench/Comparison.h"
 #include "bench/WorkbookGenerator.h"
-#include "data/WorkbookReader.h"
+#include "data/workbook/WorkbookReader.h"
 
 #include <expat.h>
 #include <zip.h>

@@ -1,6 +1,6 @@
-#include "data/CSVReader.h"
+#include "base/TextDecoding.h"
+#include "data/csv/CSVReader.h"
 #include "fuzz/Require.h"
-#include "platform/TextDecoding.h"
 #include "search/SearchIndex.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
-#include "data/CSVReader.h"
+#include "base/Text.h"
+#include "base/TextDecoding.h"
+#include "data/csv/CSVReader.h"
 #include "fuzz/Require.h"
-#include "platform/Text.h"
-#include "platform/TextDecoding.h"
 #include "search/SearchIndex.h"
 
 #include <algorithm>

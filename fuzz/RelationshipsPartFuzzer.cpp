@@ -1,4 +1,4 @@
-#include "data/ExcelWorkbookParser.h"
+#include "data/workbook/ExcelWorkbookParser.h"
 #include "fuzz/Require.h"
 #include "fuzz/XMLPartFuzzing.h"
 

@@ -1,7 +1,7 @@
-#include "data/ExcelSharedStringsParser.h"
+#include "base/TextDecoding.h"
+#include "data/workbook/ExcelSharedStringsParser.h"
 #include "fuzz/Require.h"
 #include "fuzz/XMLPartFuzzing.h"
-#include "platform/TextDecoding.h"
 
 using namespace kavendra;
 

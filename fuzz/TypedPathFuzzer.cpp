@@ -1,9 +1,9 @@
+#include "base/Text.h"
 #include "fuzz/Require.h"
 #include "fuzz/ScratchDirectory.h"
-#include "launch/SearchPath.h"
+#include "launch/TypedPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/Text.h"
 
 #include <cstdint>
 

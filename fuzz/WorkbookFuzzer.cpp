@@ -1,6 +1,6 @@
-#include "data/WorkbookReader.h"
+#include "base/TextDecoding.h"
+#include "data/workbook/WorkbookReader.h"
 #include "fuzz/Require.h"
-#include "platform/TextDecoding.h"
 
 #include <cstdint>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/XMLPart.h"
+#include "data/workbook/XMLPart.h"
 
 #include <algorithm>
 #include <cstdint>

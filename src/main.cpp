@@ -1,11 +1,11 @@
+#include "app/ContentView.h"
+#include "app/WindowMenus.h"
 #include "config/SettingsFile.h"
 #include "platform/desktop/SystemDesktop.h"
-#include "ui/ContentView.h"
 #include "ui/HeldEnterFilter.h"
 #include "ui/Icon.h"
 #include "ui/MainWindow.h"
 #include "ui/Translation.h"
-#include "ui/WindowMenus.h"
 
 #include <QApplication>
 

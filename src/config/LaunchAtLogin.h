@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Result.h"
 #include "platform/Desktop.h"
-#include "platform/Result.h"
 
 #include <string>
 #include <string_view>

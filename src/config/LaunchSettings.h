@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/UUID.h"
 #include "platform/Desktop.h"
-#include "platform/UUID.h"
 
 #include <array>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Result.h"
 #include "config/LaunchSettings.h"
-#include "platform/Result.h"
 
 #include <string>
 

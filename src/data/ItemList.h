@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/ByteBuffer.h"
 #include "data/LaunchItem.h"
-#include "platform/ByteBuffer.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/UUID.h"
+#include "base/UUID.h"
 
 #include <array>
 #include <string>

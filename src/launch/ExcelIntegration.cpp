@@ -1,10 +1,10 @@
 #include "launch/ExcelIntegration.h"
 
-#include "launch/SearchPath.h"
+#include "base/UUID.h"
+#include "launch/TypedPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/PrivateDirectory.h"
-#include "platform/UUID.h"
 
 #include <algorithm>
 

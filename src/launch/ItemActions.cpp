@@ -1,9 +1,9 @@
 #include "launch/ItemActions.h"
 
-#include "launch/SearchPath.h"
+#include "base/Text.h"
+#include "launch/TypedPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/Text.h"
 
 namespace kavendra {
 

@@ -1,13 +1,13 @@
 #include "launch/Launcher.h"
 
+#include "base/Text.h"
+#include "base/TextDecoding.h"
 #include "data/LaunchError.h"
 #include "launch/Params.h"
 #include "launch/WebAddress.h"
-#include "platform/Executables.h"
+#include "platform/ExecutableSearch.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/Text.h"
-#include "platform/TextDecoding.h"
 
 #include <utility>
 

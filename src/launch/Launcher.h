@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/LogLine.h"
+#include "base/Result.h"
 #include "data/LaunchItem.h"
 #include "platform/Desktop.h"
-#include "platform/LogLine.h"
 #include "platform/Processes.h"
-#include "platform/Result.h"
 
 #include <string>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "launch/Params.h"
 
+#include "base/Text.h"
 #include "data/LaunchError.h"
-#include "platform/Text.h"
 
 #include <utility>
 

@@ -1,7 +1,7 @@
 #include "launch/WebAddress.h"
 
-#include "platform/HostName.h"
-#include "platform/TextDecoding.h"
+#include "base/HostName.h"
+#include "base/TextDecoding.h"
 
 #include <algorithm>
 #include <array>

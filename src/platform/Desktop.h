@@ -1,7 +1,7 @@
 #pragma once
 
+#include "base/Result.h"
 #include "platform/Processes.h"
-#include "platform/Result.h"
 
 #include <functional>
 #include <string>

@@ -1,9 +1,9 @@
 #include "platform/FileReplacement.h"
 
+#include "base/UUID.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/UUID.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/ByteBuffer.h"
+#include "base/ByteBuffer.h"
+#include "base/Result.h"
 #include "platform/FileDescriptor.h"
-#include "platform/Result.h"
 
 #include <string>
 #include <vector>

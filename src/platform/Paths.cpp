@@ -1,6 +1,6 @@
 #include "platform/Paths.h"
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 #include <pwd.h>
 #include <unistd.h>

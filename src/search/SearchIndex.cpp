@@ -1,6 +1,6 @@
 #include "search/SearchIndex.h"
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <iterator>

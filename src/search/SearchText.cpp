@@ -1,6 +1,6 @@
 #include "search/SearchText.h"
 
-#include "platform/Text.h"
+#include "base/Text.h"
 
 #include <algorithm>
 #include <array>

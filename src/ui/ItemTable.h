@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/Menu.h"
 #include "config/StateFile.h"
-#include "platform/Menu.h"
 #include "ui/ItemTableModel.h"
 #include "ui/RowPress.h"
 

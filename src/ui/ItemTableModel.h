@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/ContentView.h"
+#include "app/ContentView.h"
 
 #include <QAbstractTableModel>
 

@@ -1,6 +1,6 @@
 #include "ui/MainWindow.h"
 
-#include "data/LoadTexts.h"
+#include "app/LoadTexts.h"
 #include "ui/Colors.h"
 #include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "app/ContentView.h"
+#include "app/WindowMenus.h"
 #include "ui/ConfirmationDialog.h"
-#include "ui/ContentView.h"
 #include "ui/ElidedLabel.h"
 #include "ui/ErrorDialog.h"
 #include "ui/ItemTable.h"
 #include "ui/SearchBar.h"
-#include "ui/WindowMenus.h"
 
 #include <QWidget>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Menu.h"
+#include "app/Menu.h"
 
 #include <QPoint>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "data/WorkbookReader.h"
+#include "data/workbook/WorkbookReader.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "launch/ExcelIntegration.h"
 #include "launch/ItemActions.h"
-#include "launch/SearchPathActions.h"
+#include "launch/TypedPathActions.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/MenuText.h"
 #include "tests/support/RecordingDesktop.h"

@@ -1,7 +1,7 @@
 #include "search/SearchIndex.h"
 
-#include "data/CSVReader.h"
-#include "platform/Text.h"
+#include "base/Text.h"
+#include "data/csv/CSVReader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "search/SubstringSearch.h"
 
-#include "platform/ByteBuffer.h"
+#include "base/ByteBuffer.h"
 
 #include <gtest/gtest.h>
 

@@ -13,12 +13,17 @@ namespace fs = std::filesystem;
 
 /// What the files of a folder under src/ may include besides their own folder.
 const std::map<std::string, std::set<std::string>> allowed{
-    {"platform", {}},
-    {"data", {"platform"}},
-    {"search", {"platform", "data"}},
-    {"config", {"platform", "data"}},
-    {"launch", {"platform", "data", "search", "config"}},
-    {"ui", {"platform", "data", "search", "config", "launch"}},
+    {"base", {}},
+    {"platform", {"base"}},
+    {"platform/desktop", {"base", "platform"}},
+    {"data", {"base", "platform"}},
+    {"data/csv", {"base", "platform", "data"}},
+    {"data/workbook", {"base", "platform", "data"}},
+    {"search", {"base", "platform", "data"}},
+    {"config", {"base", "platform", "data"}},
+    {"launch", {"base", "platform", "data", "search", "config"}},
+    {"app", {"base", "platform", "data", "data/csv", "data/workbook", "search", "config", "launch"}},
+    {"ui", {"base", "platform", "data", "search", "config", "launch", "app"}},
 };
 
 struct Include {
@@ -41,15 +46,16 @@ std::vector<Include> includes() {
     return found;
 }
 
+/// The layer of a file: its folder, but the folder of what differs between systems belongs to the one above.
 std::string folderOf(const fs::path& path) {
-    return path.has_parent_path() ? path.begin()->string() : std::string();
+    const fs::path folder = path.parent_path();
+    const bool isSystem = folder.filename() == "freedesktop" || folder.filename() == "macos";
+    return (isSystem ? folder.parent_path() : folder).generic_string();
 }
 
 bool mayUseToolkits(const fs::path& file) {
-    const std::string folder = file.parent_path().generic_string();
-    if (file.stem() == "ContentView" || file.stem() == "WindowMenus") // the window's model
-        return false;
-    return folder == "ui" || folder.starts_with("platform/desktop") || folder.empty();
+    const std::string folder = folderOf(file);
+    return folder == "ui" || folder == "platform/desktop" || folder.empty();
 }
 
 bool isToolkit(const std::string& name) {

@@ -1,6 +1,6 @@
 #include "ui/ItemTable.h"
 
-#include "tests/ui/ContentViewFixture.h"
+#include "tests/app/ContentViewFixture.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/ui/ContentViewFixture.h"
+#include "tests/app/ContentViewFixture.h"
 #include "ui/MainWindow.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 #include "ui/Translation.h"
 
-#include "tests/ui/ContentViewFixture.h"
+#include "tests/app/ContentViewFixture.h"
 #include "ui/MainWindow.h"
 
 #include <QCoreApplication>

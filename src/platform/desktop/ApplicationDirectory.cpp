@@ -1,7 +1,7 @@
 #include "platform/desktop/ApplicationDirectory.h"
 
+#include "base/Text.h"
 #include "platform/Files.h"
-#include "platform/Text.h"
 
 namespace kavendra {
 

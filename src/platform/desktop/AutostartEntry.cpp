@@ -1,8 +1,8 @@
 #include "platform/desktop/AutostartEntry.h"
 
+#include "base/TextDecoding.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/TextDecoding.h"
 #include "platform/desktop/GLibHandles.h"
 
 #include <algorithm>

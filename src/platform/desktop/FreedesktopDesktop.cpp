@@ -1,7 +1,7 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
 #include "platform/ExecutablePath.h"
-#include "platform/Executables.h"
+#include "platform/ExecutableSearch.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"

@@ -1,0 +1,153 @@
+#include "data/workbook/WorkbookReader.h"
+
+#include "data/LaunchError.h"
+#include "data/workbook/ExcelSharedStringsParser.h"
+#include "data/workbook/ExcelWorkbookParser.h"
+#include "data/workbook/ExcelWorksheetParser.h"
+#include "data/workbook/WorkbookArchive.h"
+#include "data/workbook/WorkbookLimits.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace kavendra {
+
+namespace {
+
+struct ParsedExcelSheet {
+    std::string name;
+    std::optional<std::string> headerLine; ///< nothing when the sheet has no header
+    bool isSupported = false;
+};
+
+Result<void> parsePart(ArchiveEntry part, XMLHandler& handler, const char* fallbackText) {
+    const auto readPiece = [&part](char* buffer, std::size_t capacity) {
+        return part.read(buffer, capacity);
+    };
+    auto parsed = parseXML(readPiece, handler, fallbackText);
+    if (!parsed)
+        return std::unexpected(Error{part.name() + ": " + parsed.error().description});
+    return parsed;
+}
+
+Result<ArchiveEntry> readPackagePart(WorkbookArchive& archive, std::string_view name) {
+    auto part = archive.readArchiveEntry(name);
+    if (part && part->size() > workbookLimits::packagePartSize)
+        return std::unexpected(Error{part->name() + ": too large"});
+    return part;
+}
+
+/// What leads to the worksheets, in the order of the workbook. A sheet without a worksheet is left out.
+struct WorksheetPath {
+    std::string sheetName;
+    std::string entryName;
+};
+
+Result<std::vector<WorksheetPath>> worksheetPaths(ArchiveEntry workbookPart, ArchiveEntry relationshipsPart) {
+    ExcelWorkbookParser workbook;
+    if (auto parsed = parsePart(std::move(workbookPart), workbook, "Failed to parse workbook.xml"); !parsed)
+        return std::unexpected(parsed.error());
+    ExcelWorkbookRelationshipsParser relationships;
+    if (auto parsed =
+            parsePart(std::move(relationshipsPart), relationships, "Failed to parse workbook relationships");
+        !parsed)
+        return std::unexpected(parsed.error());
+    std::vector<WorksheetPath> paths;
+    for (ExcelWorkbookSheetReference& sheet : workbook.sheets) {
+        const auto path = relationships.worksheetPathsByRelationshipID.find(sheet.relationshipID);
+        if (path != relationships.worksheetPathsByRelationshipID.end())
+            paths.push_back({.sheetName = std::move(sheet.name), .entryName = path->second});
+    }
+    return paths;
+}
+
+/// Reads all sheets; their items go to `content`.
+Result<std::vector<ParsedExcelSheet>> readWorkbookSheets(WorkbookArchive& archive, WorkbookContent& content) {
+    auto workbookPart = readPackagePart(archive, "xl/workbook.xml");
+    if (!workbookPart)
+        return std::unexpected(workbookPart.error());
+    auto relationshipsPart = readPackagePart(archive, "xl/_rels/workbook.xml.rels");
+    if (!relationshipsPart)
+        return std::unexpected(relationshipsPart.error());
+    auto sharedStringsPart = archive.readOptionalArchiveEntry("xl/sharedStrings.xml");
+    if (!sharedStringsPart)
+        return std::unexpected(sharedStringsPart.error());
+
+    if (sharedStringsPart->has_value()) {
+        ExcelSharedStringsParser sharedStrings(content);
+        if (auto parsed =
+                parsePart(std::move(**sharedStringsPart), sharedStrings, "Failed to parse shared strings");
+            !parsed)
+            return std::unexpected(parsed.error());
+    }
+    const auto paths = worksheetPaths(std::move(*workbookPart), std::move(*relationshipsPart));
+    if (!paths)
+        return std::unexpected(paths.error());
+
+    std::vector<ParsedExcelSheet> sheets;
+    for (const WorksheetPath& path : *paths) {
+        auto part = archive.readArchiveEntry(path.entryName);
+        if (!part)
+            return std::unexpected(part.error());
+        ExcelSheetTable table(content);
+        ExcelWorksheetParser worksheet(content, table);
+        if (auto parsed = parsePart(std::move(*part), worksheet, "Failed to parse worksheet"); !parsed)
+            return std::unexpected(parsed.error());
+        sheets.push_back(
+            {.name = path.sheetName, .headerLine = table.headerLine(), .isSupported = table.isSupported()});
+    }
+    return sheets;
+}
+
+void logHeader(const ParsedExcelSheet& sheet, std::string_view fileName, const LogLine& appendLogLine) {
+    static const std::string notFound =
+        "not found in first " + std::to_string(headerSearchRows) + "x" + std::to_string(headerSearchColumns);
+    appendLogLine("Excel headers (" + std::string(fileName) + " / " + sheet.name +
+                  "): " + sheet.headerLine.value_or(notFound));
+}
+
+std::unexpected<Error> invalid(std::string_view fileName, const Error& error) {
+    const LaunchError failure{LaunchError::invalidExcelFormat,
+                              std::string(fileName) + ": " + error.description};
+    return std::unexpected<Error>(failure);
+}
+
+Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view fileName,
+                              std::string sourceName, const LogLine& appendLogLine) {
+    if (!archive)
+        return invalid(fileName, archive.error());
+    WorkbookContent content;
+    // More than the text needs, as markup does not count: what is not used costs no memory.
+    content.text.reserve(std::min(archive->inflatedSize(), workbookLimits::textSize));
+    const auto sheets = readWorkbookSheets(*archive, content);
+    if (!sheets)
+        return invalid(fileName, sheets.error());
+    for (const ParsedExcelSheet& sheet : *sheets)
+        logHeader(sheet, fileName, appendLogLine);
+    if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported))
+        return std::unexpected(LaunchError{LaunchError::missingSupportedWorksheet, std::string(fileName)});
+    content.text.shrinkToFit();
+    return ItemBlock{
+        .text = std::move(content.text), .rows = std::move(content.items), .source = std::move(sourceName)};
+}
+
+} // namespace
+
+Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceName,
+                                    const LogLine& appendLogLine) {
+    auto opened = openRegularFile(file, workbookLimits::fileSize);
+    if (!opened) // the system's reason names the file
+        return std::unexpected(LaunchError{LaunchError::invalidExcelFormat, opened.error().description});
+    return readArchive(WorkbookArchive::open(std::move(*opened)), lastPathComponent(file),
+                       std::move(sourceName), appendLogLine);
+}
+
+Result<ItemBlock> readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName,
+                                    const LogLine& appendLogLine) {
+    return readArchive(WorkbookArchive::open(bytes), fileName, std::move(sourceName), appendLogLine);
+}
+
+} // namespace kavendra

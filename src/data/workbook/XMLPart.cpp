@@ -1,0 +1,144 @@
+#include "data/workbook/XMLPart.h"
+
+#include "data/workbook/WorkbookLimits.h"
+
+#include <expat.h>
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <type_traits>
+
+namespace kavendra {
+
+namespace {
+
+constexpr int pieceSize = 64 * 1024;
+
+/// What the parser of this thread holds. The functions that a parser allocates with are told nothing else.
+thread_local std::size_t parserMemoryInUse = 0;
+
+/// The size of a block stands in front of it, in what alignment leaves free anyway.
+constexpr std::size_t blockHeader = alignof(std::max_align_t);
+
+void* reallocateBlock(void* block, std::size_t size) {
+    char* const oldStart = block ? static_cast<char*>(block) - blockHeader : nullptr;
+    const std::size_t oldSize = oldStart ? *reinterpret_cast<std::size_t*>(oldStart) : 0;
+    if (size > workbookLimits::parserMemory - (parserMemoryInUse - oldSize))
+        return nullptr;
+    auto* const start = static_cast<char*>(std::realloc(oldStart, size + blockHeader));
+    if (!start)
+        return nullptr;
+    *reinterpret_cast<std::size_t*>(start) = size;
+    parserMemoryInUse += size - oldSize;
+    return start + blockHeader;
+}
+
+void* allocateBlock(std::size_t size) {
+    return reallocateBlock(nullptr, size);
+}
+
+void freeBlock(void* block) {
+    if (!block)
+        return;
+    char* const start = static_cast<char*>(block) - blockHeader;
+    parserMemoryInUse -= *reinterpret_cast<std::size_t*>(start);
+    std::free(start);
+}
+
+/// One run of the parser: hands its events on and ends it when the handler or a limit asks for that.
+struct Run {
+    XML_Parser parser;
+    XMLHandler& handler;
+    unsigned depth = 0;
+    const char* problem = nullptr;
+
+    void stop(const char* why) {
+        problem = why;
+        XML_StopParser(parser, XML_FALSE);
+    }
+
+    /// Some events still come after the stop. What a handler throws must not pass through the parser.
+    template <typename Event>
+    void deliver(Event&& event) {
+        if (problem)
+            return;
+        try {
+            event();
+        } catch (const std::bad_alloc&) {
+            stop("out of memory");
+            return;
+        }
+        if (handler.problem())
+            stop(handler.problem());
+    }
+};
+
+void startElement(void* run, const char* name, const char** attributes) {
+    Run& self = *static_cast<Run*>(run);
+    if (++self.depth > workbookLimits::nesting && !self.problem)
+        self.stop("elements nested too deeply");
+    self.deliver([&] { self.handler.startElement(name, XMLAttributes(attributes)); });
+}
+
+void endElement(void* run, const char* name) {
+    Run& self = *static_cast<Run*>(run);
+    --self.depth;
+    self.deliver([&] { self.handler.endElement(name); });
+}
+
+void characterData(void* run, const char* text, int length) {
+    Run& self = *static_cast<Run*>(run);
+    self.deliver([&] { self.handler.characterData({text, static_cast<std::size_t>(length)}); });
+}
+
+void startDoctype(void* run, const char*, const char*, const char*, int) {
+    static_cast<Run*>(run)->stop("document type declarations are not allowed");
+}
+
+/// The bytes since the last event, of which the parser makes nothing yet.
+std::size_t unfinishedBytes(XML_Parser parser, std::size_t bytesRead) {
+    const XML_Index position = XML_GetCurrentByteIndex(parser);
+    return position < 0 ? bytesRead : bytesRead - static_cast<std::size_t>(position);
+}
+
+std::unexpected<Error> failure(const Run& run, const char* fallbackText) {
+    if (run.problem)
+        return std::unexpected(Error{run.problem});
+    const char* words = XML_ErrorString(XML_GetErrorCode(run.parser));
+    return std::unexpected(Error{words ? words : fallbackText});
+}
+
+} // namespace
+
+Result<void> parseXML(const ReadPiece& readPiece, XMLHandler& handler, const char* fallbackText) {
+    const XML_Memory_Handling_Suite memory{allocateBlock, reallocateBlock, freeBlock};
+    const std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)> parser(
+        XML_ParserCreate_MM(nullptr, &memory, nullptr), XML_ParserFree);
+    if (!parser)
+        return std::unexpected(Error{fallbackText});
+    Run run{.parser = parser.get(), .handler = handler};
+    XML_SetUserData(run.parser, &run);
+    XML_SetElementHandler(run.parser, startElement, endElement);
+    XML_SetCharacterDataHandler(run.parser, characterData);
+    XML_SetStartDoctypeDeclHandler(run.parser, startDoctype);
+
+    std::size_t bytesRead = 0;
+    for (;;) {
+        void* const buffer = XML_GetBuffer(run.parser, pieceSize);
+        if (!buffer)
+            return failure(run, fallbackText);
+        const auto count = readPiece(static_cast<char*>(buffer), pieceSize);
+        if (!count)
+            return std::unexpected(count.error());
+        bytesRead += *count;
+        if (XML_ParseBuffer(run.parser, static_cast<int>(*count), *count == 0) != XML_STATUS_OK)
+            return failure(run, fallbackText);
+        if (*count == 0)
+            return {};
+        if (unfinishedBytes(run.parser, bytesRead) > workbookLimits::tokenSize)
+            return std::unexpected(Error{"a tag or comment is too long"});
+    }
+}
+
+} // namespace kavendra

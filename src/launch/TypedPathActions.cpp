@@ -1,0 +1,65 @@
+#include "launch/TypedPathActions.h"
+
+#include "base/Text.h"
+#include "launch/TypedPath.h"
+#include "platform/ExecutableSearch.h"
+#include "platform/Paths.h"
+
+namespace kavendra {
+
+ActionOutcome SearchPathActions::openWithAssociatedApplication(std::string_view searchText) {
+    const auto path = searchPathOf(searchText);
+    if (!path)
+        return "No path to open";
+    return desktop.openFile(*path) ? "Opened path" : "Failed to open path";
+}
+
+ActionOutcome SearchPathActions::openDirectoryInFinder(std::string_view searchText) {
+    const auto directory = searchPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to open";
+    return outcomeOf(launcher.showDirectoryInFinder(*directory), "Opened directory in Finder");
+}
+
+ActionOutcome SearchPathActions::openDirectoryInTerminal(std::string_view searchText) {
+    const auto directory = searchPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to open";
+    return outcomeOf(launcher.openTerminal(*directory), "Opened directory in Terminal");
+}
+
+ActionOutcome SearchPathActions::copyDirectory(std::string_view searchText) {
+    const auto directory = searchPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to copy";
+    desktop.copyText(*directory);
+    return "Copied directory";
+}
+
+ActionOutcome SearchPathActions::copyFileName(std::string_view searchText) {
+    const auto path = searchPathOf(searchText);
+    if (!path)
+        return "No filename to copy";
+    desktop.copyText(std::string(lastPathComponent(*path)));
+    return "Copied filename";
+}
+
+bool SearchPathActions::canRun(const SearchPathAction& action) const {
+    return resolveExecutable(action.binaryPath, processes.variable("PATH")).has_value();
+}
+
+ActionOutcome SearchPathActions::run(const SearchPathAction& action, std::string_view searchText) {
+    const std::string targetWord = lowercased(storedText(action.targetType));
+    const auto target = action.targetType == SearchPathActionTargetType::file
+                            ? searchPathFileOf(searchText)
+                            : searchPathDirectoryOf(searchText);
+    if (!target)
+        return "No " + targetWord + " to open";
+    const auto program = resolveExecutable(action.binaryPath, processes.variable("PATH"));
+    if (!program)
+        return action.appName + " command not found";
+    return outcomeOf(launcher.runProgramAndWait(*program, {*target}),
+                     "Opened " + targetWord + " with " + action.appName);
+}
+
+} // namespace kavendra

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/ContentView.h"
+#include "tests/TemporaryDirectory.h"
+#include "tests/support/RecordingDesktop.h"
+#include "tests/support/RecordingProcesses.h"
+
+namespace kavendra {
+
+/// A content view in a configuration directory of its own, on a desktop that only records. The directory
+/// holds three items, alpha, beta and gamma, and there are no built-in ones.
+class ContentViewFixture : public testing::Test {
+protected:
+    static constexpr const char* header = "Title,Command,Params,Keywords\n";
+
+    ContentViewFixture() {
+        configuration.write("kavendra-settings.json", settings(""));
+        configuration.write("kavendra-state.json", "{}");
+        writeItems(
+            "alpha,https://a.example/,,first common\nbeta,missing-program,x,common\ngamma,/,,common\n");
+    }
+
+    /// A settings file whose directories are the fixture's, with more members.
+    std::string settings(const std::string& members) const {
+        return R"({"dataDirectoryPath": ")" + configuration.path("data") + R"(", "logDirectoryPath": ")" +
+               configuration.path("log") + R"(")" + members + "}";
+    }
+
+    void writeItems(const std::string& rows) const {
+        std::filesystem::create_directories(configuration.path("data"));
+        configuration.write("data/items.csv", header + rows);
+    }
+
+    std::string status() const { return state().lastActionMessage; }
+    std::string dialogText() const { return state().errorDialogMessage.value_or("no dialog"); }
+    std::string log() const { return configuration.read("log/kavendra.log"); }
+
+    std::string selectedTitle() const {
+        const auto item = content.selectedItem();
+        return item ? item->title : "nothing";
+    }
+
+    void moveSelection(int offset) {
+        content.select(movedSelection(content.filteredItems(), state().selectedItemID, offset));
+    }
+
+    const ContentViewState& state() const { return content.state(); }
+
+    TemporaryDirectory configuration;
+    RecordingDesktop desktop;
+    RecordingProcesses processes;
+    ContentView content{desktop, processes, configuration.path(), configuration.path("Built-in.csv")};
+};
+
+} // namespace kavendra

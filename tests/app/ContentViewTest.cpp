@@ -1,0 +1,174 @@
+#include "config/SettingsFile.h"
+#include "tests/app/ContentViewFixture.h"
+#include "tests/support/Limits.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace kavendra {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+using ContentViewTest = ContentViewFixture;
+
+} // namespace
+
+TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
+    EXPECT_EQ(status(), "No item launched");
+    EXPECT_TRUE(state().items->list.empty());
+    EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
+    content.launchSelected();
+    EXPECT_EQ(status(), "No item selected");
+    EXPECT_EQ(dialogText(), "no dialog");
+}
+
+TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
+    desktop.startupStatus = StartupRegistrationStatus::enabled;
+    content.appear();
+    EXPECT_EQ(status(), "Loaded 3 items");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
+    EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
+    EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
+}
+
+TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
+    std::filesystem::remove_all(configuration.path("data"));
+    content.appear();
+    EXPECT_EQ(status(), "No launch items found in " + configuration.path("data"));
+    EXPECT_EQ(dialogText(), "no dialog");
+    EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
+}
+
+TEST_F(ContentViewTest, typingFiltersAndKeepsTheSelectionOnAVisibleRow) {
+    content.appear();
+    content.select(lastSelection(content.filteredItems()));
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.setSearchText("common");
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.setSearchText("COMMON first");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    content.setSearchText("nowhere");
+    EXPECT_EQ(selectedTitle(), "nothing");
+    content.setSearchText("");
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_EQ(content.filteredItems().size(), 3U);
+}
+
+TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
+    content.appear();
+    moveSelection(-1);
+    EXPECT_EQ(selectedTitle(), "alpha");
+    moveSelection(+1);
+    moveSelection(+1);
+    moveSelection(+1);
+    EXPECT_EQ(selectedTitle(), "gamma");
+    int changes = 0;
+    content.stateChanged = [&changes] { ++changes; };
+    moveSelection(+1);
+    EXPECT_EQ(changes, 1) << "the window scrolls back to the row";
+    content.select(std::nullopt);
+    moveSelection(-1);
+    EXPECT_EQ(selectedTitle(), "gamma");
+    content.select(UUID::random());
+    moveSelection(+1);
+    EXPECT_EQ(selectedTitle(), "alpha");
+    content.setSearchText("nowhere");
+    moveSelection(+1);
+    EXPECT_EQ(state().selectedItemID, std::nullopt);
+}
+
+TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
+    content.appear();
+    content.launchSelected();
+    EXPECT_THAT(desktop.calls, ElementsAre("openURL https://a.example/"));
+    EXPECT_EQ(status(), "Launched (url): alpha");
+    const std::string logBefore = log();
+    content.select(lastSelection(content.filteredItems()));
+    content.launchSelected();
+    EXPECT_EQ(status(), "Launched (finder): gamma");
+    EXPECT_EQ(log(), logBefore) << "successes are not logged";
+
+    moveSelection(-1);
+    content.launchSelected();
+    const std::string message = "Command not found: missing-program";
+    EXPECT_EQ(status(), message);
+    EXPECT_EQ(dialogText(), message);
+    EXPECT_THAT(log(), EndsWith("] " + message + "\n"));
+    EXPECT_EQ(selectedTitle(), "beta");
+}
+
+TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
+    content.appear();
+    const auto firstID = state().selectedItemID;
+    writeItems("\"open");
+    content.reloadData();
+    EXPECT_TRUE(state().items->list.empty());
+    EXPECT_EQ(state().selectedItemID, std::nullopt);
+    EXPECT_EQ(dialogText(), "Invalid CSV format: unterminated quote");
+    EXPECT_THAT(log(), EndsWith("] Invalid CSV format: unterminated quote\n"));
+    writeItems("alpha,,,\n");
+    content.reloadData();
+    EXPECT_EQ(selectedTitle(), "alpha");
+    EXPECT_NE(state().selectedItemID, firstID);
+    EXPECT_THAT(log(), HasSubstr("unterminated quote")) << "a reload does not empty the log";
+}
+
+TEST_F(ContentViewTest, settingsThatWereReadStayWhenALaterStepFails) {
+    configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
+    configuration.write("kavendra-state.json", "[");
+    content.appear();
+    EXPECT_EQ(dialogText(), "State file is invalid: " + configuration.path("kavendra-state.json"));
+    EXPECT_TRUE(state().appSettings.showDebugSummary);
+    configuration.write("kavendra-settings.json", "{}");
+    content.reloadData();
+    EXPECT_EQ(dialogText(), "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
+    EXPECT_TRUE(state().appSettings.showDebugSummary) << "the settings of before stay in force";
+}
+
+TEST_F(ContentViewTest, theFirstLoadOfARunThatSucceedsEmptiesTheLog) {
+    std::filesystem::create_directories(configuration.path("log"));
+    configuration.write("log/kavendra.log", "of the run before\n");
+    configuration.write("kavendra-state.json", "[");
+    content.appear(); // fails before it comes to the log; the settings say where the log is
+    EXPECT_THAT(log(), testing::StartsWith("of the run before\n["));
+    configuration.write("kavendra-state.json", "{}");
+    content.reloadData();
+    EXPECT_THAT(log(), testing::Not(HasSubstr("of the run before")));
+}
+
+TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
+    content.appear();
+    std::filesystem::remove_all(configuration.path("log"));
+    configuration.write("log", "a file");
+    moveSelection(+1);
+    content.launchSelected();
+    EXPECT_EQ(status(), "Command not found: missing-program | Log write failed");
+    EXPECT_EQ(dialogText(), "Command not found: missing-program");
+
+    ContentView next(desktop, processes, configuration.path(), "");
+    next.appear();
+    const std::string reason = configuration.path("log") + ": Not a directory";
+    EXPECT_EQ(next.state().errorDialogMessage, reason);
+    EXPECT_EQ(next.state().lastActionMessage, reason + " | Log write failed");
+}
+
+TEST_F(ContentViewTest, aColumnWidthIsAdoptedOnlyOnceItIsWritten) {
+    content.appear();
+    content.updateColumnWidth("Title", 150.4);
+    EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
+    const std::string written = configuration.read("kavendra-state.json");
+    EXPECT_THAT(written, HasSubstr("150"));
+
+    const ScopedFileSizeLimit limit(8);
+    content.updateColumnWidth("Title", 200);
+    EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
+    EXPECT_THAT(dialogText(), HasSubstr("kavendra-state.json: File too large"));
+    EXPECT_EQ(configuration.read("kavendra-state.json"), written);
+}
+
+} // namespace kavendra

@@ -1,0 +1,54 @@
+#include "base/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace kavendra {
+
+TEST(Text, trimsAndSplitsAtEveryUnicodeWhiteSpace) {
+    EXPECT_EQ(trimmed(" \t\r\n\u00A0\u3000a b\u2028\u0085 "), "a b");
+    EXPECT_EQ(trimmed("\u3000\u00A0 "), "");
+    EXPECT_EQ(trimmed("\u200B"), "\u200B") << "the zero width space is not white space";
+    EXPECT_EQ(trimmed("\xFF x\x80"), "\xFF x\x80") << "broken bytes are kept";
+    EXPECT_EQ(splitWords("  one\u3000two\u00A0\nthree"),
+              (std::vector<std::string_view>{"one", "two", "three"}));
+    EXPECT_TRUE(splitWords("\u3000 \t").empty());
+    EXPECT_TRUE(containsWhiteSpace("a\u3000b"));
+    EXPECT_FALSE(containsWhiteSpace("ab\xE3\x80"));
+}
+
+TEST(Text, lowercasesByTheDefaultMapping) {
+    EXPECT_EQ(lowercased("ABC Ä É"), "abc ä é");
+    EXPECT_EQ(lowercased("ΟΔΟΣ"), "οδος") << "a final sigma";
+    EXPECT_EQ(lowercased("İI"), "i\u0307i") << "not the Turkish mapping";
+    EXPECT_EQ(lowercased(std::string_view("A\0B", 3)), std::string_view("a\0b", 3));
+}
+
+TEST(Text, normalizesToComposedForm) {
+    EXPECT_EQ(normalized("e\u0301か\u3099"), "éが");
+    EXPECT_EQ(normalized("plain"), "plain");
+    EXPECT_EQ(normalized("a\u0302\u0323"), "\u1EAD");
+}
+
+TEST(Text, normalizesEndlessMarksInReasonableTime) {
+    std::string marks = "e";
+    for (int i = 0; i < 500'000; ++i)
+        marks += "\u0301\u0327";
+    const std::string result = normalized(marks + " e\u0301");
+    EXPECT_TRUE(result.starts_with("ȩ\u0327"));
+    EXPECT_TRUE(result.ends_with(" é"));
+}
+
+TEST(Text, turnsHiraganaIntoKatakana) {
+    EXPECT_EQ(hiraganaToKatakana("ひらがなゃがぱゔ"), "ヒラガナャガパヴ");
+    EXPECT_EQ(hiraganaToKatakana("カタ漢字abc"), "カタ漢字abc");
+}
+
+TEST(Text, ordersNamesForAReaderAndAlwaysTheSameWay) {
+    std::vector<std::string> names{"c.csv", "B.xlsx", "a.csv", "A.csv", "é.csv", "f.csv"};
+    std::ranges::sort(names, localizedLess);
+    EXPECT_EQ(names, (std::vector<std::string>{"A.csv", "a.csv", "B.xlsx", "c.csv", "é.csv", "f.csv"}));
+}
+
+} // namespace kavendra

@@ -1,0 +1,136 @@
+#include "data/csv/CSVReader.h"
+
+#include "tests/data/Reading.h"
+
+#include <cstring>
+#include <utility>
+
+namespace kavendra {
+
+using namespace std::string_view_literals;
+
+namespace {
+
+const std::string header = "Title,Command,Params,Keywords\n";
+const std::string headerLine = "CSV headers (tools.csv): ";
+const std::string openQuote = "CSV unterminated quote (tools.csv): opened in row ";
+const std::string unterminated = "Invalid CSV format: unterminated quote";
+
+Reading read(std::string_view text) {
+    return readingBy(
+        [&](const LogLine& log) { return readCSVItems(ByteBuffer(text), "tools.csv", "source", log); });
+}
+
+} // namespace
+
+TEST(ParseCSVRows, FollowsTheRulesOfQuoting) {
+    const std::pair<std::string_view, std::vector<Lines>> cases[] = {
+        {"", {}},
+        {"\"\"", {}},
+        {"\n", {{""}}},
+        {"a,b\nc", {{"a", "b"}, {"c"}}},
+        {"a,", {{"a", ""}}},
+        {"a\r\nb\rc\n", {{"a"}, {"b"}, {"c"}}},
+        {"a\r\n\nb\n\r\n", {{"a"}, {""}, {"b"}, {""}}},
+        {"ab\"c,d\"e", {{"abc,de"}}},
+        {"\"ab\"cd,x", {{"abcd", "x"}}},
+        {"\"a \"\"quoted\"\" word\"", {{"a \"quoted\" word"}}},
+        {"\"\"\"\"", {{"\""}}},
+        {"\"a,b\r\nc\",d\r\ne", {{"a,b\r\nc", "d"}, {"e"}}},
+        {"\"a\"\r\n\"b\"\r\"c\"\n", {{"a"}, {"b"}, {"c"}}},
+        {" a , b ", {{" a ", " b "}}},
+        {"a\0b,\0"sv, {{std::string("a\0b", 3), std::string(1, '\0')}}},
+    };
+    for (const auto& [text, rows] : cases)
+        EXPECT_EQ(parseCSVRows(text), rows) << text;
+    for (const std::string_view open : {"\"", "x,\"y", "\"a\"\"", "a\n\"b\n"})
+        EXPECT_EQ(parseCSVRows(open).error().description, unterminated) << open;
+}
+
+TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
+    struct Case {
+        const char* name;
+        std::string text;
+        Lines items;
+    };
+    const Case cases[] = {
+        {"header alone", "Title,Command,Params,Keywords", {}},
+        {"columns in another order, one more", "Keywords,Title,Extra,Command,Params\nk,t,e,c,p", {"t|c|p|k"}},
+        {"header with spaces", " Title ,Command\t,\"Params\",\u3000Keywords\na,b,c,d", {"a|b|c|d"}},
+        {"a column called Source is ignored", "Source," + header + "s,a,b,c,d", {"a|b|c|d"}},
+        {"the first of equal names", "Title,Command,Params,Keywords,Title,,\na,b,c,d,e,f,g", {"a|b|c|d"}},
+        {"blank rows are skipped", header + ",,,\n   \n\n\"\",\" \",\u3000\na", {"a|||"}},
+        {"a short row and a long one", header + "a\na,b,c,d,e,f", {"a|||", "a|b|c|d"}},
+        {"text in an extra column only", header + ",,,,x\n", {"|||"}},
+        {"fields are trimmed, inside quotes too",
+         header + "  open  ,\" a b \",\u00A0c\u3000,\t\"\"\"d\"\" \"",
+         {"open|a b|c|\"d\""}},
+        {"several lines in a field", header + "\"a\r\nb, c\",d", {"a\r\nb, c|d||"}},
+        {"NUL is a character", header + std::string("\0a\0,\0", 5), {std::string("\0a\0|\0||", 7)}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Reading reading = read(c.text);
+        EXPECT_EQ(reading.items, c.items);
+        EXPECT_EQ(reading.failure, "");
+    }
+}
+
+TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuoteAndNamesTheFailure) {
+    struct Case {
+        std::string text;
+        Lines log;
+        std::string failure;
+    };
+    const std::string missing = "CSV is missing required columns: tools.csv: ";
+    const Case cases[] = {
+        {"", {}, ""},
+        {"\"\"", {}, ""},
+        {" Title,\"Com\"\"mand\",,Params ,Keywords,Command\nx",
+         {headerLine + "Title | Com\"mand |  | Params | Keywords | Command"},
+         ""},
+        {"title,Command,Params,Keywords",
+         {headerLine + "title | Command | Params | Keywords"},
+         missing + "Title"},
+        {"Title,Command", {headerLine + "Title | Command"}, missing + "Params"},
+        {"Keywords,Params,Title", {headerLine + "Keywords | Params | Title"}, missing + "Command"},
+        {"Title,Params,Command\nx", {headerLine + "Title | Params | Command"}, missing + "Keywords"},
+        {"\n" + header, {headerLine}, missing + "Title"},
+        {"Title,\"", {openQuote + "1"}, unterminated},
+        {header + "\n\"a\nb\",\"\"\"\"\r\nx,\"y\"\"z\nlast\n", {openQuote + "4"}, unterminated},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        const Reading reading = read(c.text);
+        EXPECT_EQ(reading.log, c.log);
+        EXPECT_EQ(reading.failure, c.failure);
+    }
+}
+
+TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
+    std::string wide(header, 0, header.size() - 1);
+    for (int i = 0; i < 250'000; ++i)
+        wide += ",Title,Keywords,,x";
+    const std::string row = "a,b,c,d" + std::string(1'000'000, ',');
+    const Reading reading = read(wide + "\n" + row + "\n" + row);
+    EXPECT_EQ(reading.items, (Lines{"a|b|c|d", "a|b|c|d"}));
+    EXPECT_LT(reading.log.at(0).size(), 66'000U);
+    EXPECT_TRUE(reading.log.at(0).ends_with("…"));
+
+    ByteBuffer quote(200'000'000);
+    quote.setSize(quote.capacity());
+    std::memset(quote.data(), 'x', quote.size());
+    quote.data()[0] = '"';
+    const auto block = readCSVItems(std::move(quote), "tools.csv", "source", [](auto) {});
+    EXPECT_EQ(block.error().description, unterminated);
+}
+
+TEST(ReadCSVItems, RefusesMoreRowsThanMemoryIsSpentOn) {
+    constexpr std::size_t limit = 16'777'216;
+    std::string text(header);
+    for (std::size_t row = 0; row <= limit; ++row)
+        text += "a\n";
+    EXPECT_EQ(read(text).failure, "Invalid CSV format: tools.csv: more than 16777216 rows");
+}
+
+} // namespace kavendra

@@ -1,0 +1,312 @@
+#include "data/workbook/WorkbookLimits.h"
+#include "tests/TemporaryDirectory.h"
+#include "tests/data/Reading.h"
+#include "tests/support/ResourceUse.h"
+#include "tests/support/WorkbookWriter.h"
+
+#include <functional>
+#include <random>
+
+#ifdef __SANITIZE_ADDRESS__
+/// Freed memory that the sanitizer holds back would count as used.
+extern "C" const char* __asan_default_options() {
+    return "quarantine_size_mb=1";
+}
+#endif
+
+namespace kavendra {
+
+namespace {
+
+using workbookLimits::mebibyte;
+
+constexpr double maximumSeconds = 1;
+constexpr std::size_t maximumMemory = 256 * mebibyte;
+
+const std::string book = "xl/workbook.xml";
+const std::string relations = "xl/_rels/workbook.xml.rels";
+const std::string strings = "xl/sharedStrings.xml";
+const std::string sheet = "xl/worksheets/sheet1.xml";
+const std::string noSheet = "Excel workbook has no supported sheet: book.xlsx";
+const std::string sheetRows = headerRow() + inlineRow({"a", "b", "c", "d"});
+
+struct Case {
+    const char* name;
+    std::string workbook;
+    std::string part;    ///< the one at fault, if the message names it
+    std::string failure; ///< what stands behind "Invalid Excel format: book.xlsx: ", or a whole message
+};
+
+/// Reads what was made to harm and expects the failure, soon and without much memory.
+void expectHarmless(const Case& c) {
+    SCOPED_TRACE(c.name);
+    Reading reading;
+    const ResourceUse use = measureResources([&] { reading = readWorkbook(c.workbook); });
+    const bool isWhole = c.failure.starts_with("Excel");
+    const std::string begin = isWhole ? "" : "Invalid Excel format: book.xlsx: ";
+    EXPECT_EQ(reading.failure, begin + c.part + (c.part.empty() ? "" : ": ") + c.failure);
+    EXPECT_LT(use.seconds, maximumSeconds);
+    EXPECT_LT(use.memory, maximumMemory);
+    testing::Test::RecordProperty(c.name, std::to_string(use.seconds) + " s, " +
+                                              std::to_string(use.memory / mebibyte) + " MiB");
+}
+
+/// A workbook of one sheet, with the entry of the sheet changed.
+std::string withSheetEntry(const std::function<void(ZipEntry&)>& change) {
+    std::vector<ZipEntry> entries = zipEntries(workbookParts({sheetRows}));
+    for (ZipEntry& entry : entries)
+        if (entry.name == sheet)
+            change(entry);
+    return makeZip(entries);
+}
+
+/// A workbook whose headers say something else of the sheet.
+template <typename Field>
+std::string withHeader(Field ZipEntry::* field, std::type_identity_t<Field> value) {
+    return withSheetEntry([&](ZipEntry& entry) { entry.*field = value; });
+}
+
+std::string withSheetRows(const std::string& rows, const std::string& sharedStrings = {}) {
+    return makeZip(zipEntries(workbookParts({rows}, sharedStrings)));
+}
+
+std::string withPart(const std::string& name, const std::string& content) {
+    WorkbookParts parts = workbookParts({sheetRows});
+    parts[name] = content;
+    return makeZip(zipEntries(parts));
+}
+
+/// The XML of the sheet as it is, so that the file is as long.
+std::string withStoredSheet(const std::string& xml) {
+    return withSheetEntry([&](ZipEntry& entry) {
+        entry.content = xml;
+        entry.isStored = true;
+    });
+}
+
+std::string withTarget(const std::string& target) {
+    std::string content = workbookParts({sheetRows})[relations];
+    const std::string usual = "worksheets/sheet1.xml";
+    content.replace(content.find(usual), usual.size(), target);
+    return withPart(relations, content);
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string result;
+    result.reserve(text.size() * times);
+    for (std::size_t count = 0; count < times; ++count)
+        result += text;
+    return result;
+}
+
+/// Spaces in front of the XML, two gigabytes of them, and a header that says `size`.
+std::string inflatingTo2GiB(std::uint32_t size) {
+    return withSheetEntry([&](ZipEntry& entry) {
+        entry.packed = deflatedRepetition(std::string(mebibyte, ' '), 2047);
+        entry.size = size;
+    });
+}
+
+/// A stored entry whose data hold the whole entry of the sheet: the list names both.
+std::string overlapping() {
+    WorkbookParts parts = workbookParts({sheetRows});
+    const ZipEntry inside{.name = sheet, .content = parts[sheet], .isStored = true};
+    parts.erase(sheet);
+    std::vector<ZipEntry> entries = zipEntries(parts);
+    entries.push_back({.name = "xl/media/a.png", .content = zipLocalEntry(inside), .isStored = true});
+    std::string archive, list;
+    for (const ZipEntry& entry : entries) {
+        list += zipListedEntry(entry, archive.size());
+        archive += zipLocalEntry(entry);
+    }
+    list += zipListedEntry(inside, archive.size() - zipLocalEntry(inside).size());
+    const std::string end = zipEndRecord(entries.size() + 1, list.size(), archive.size());
+    return archive + list + end;
+}
+
+/// A workbook of one sheet with more entries.
+std::string withEntries(const std::vector<std::string>& names, const std::string& content) {
+    std::vector<ZipEntry> entries = zipEntries(workbookParts({sheetRows}));
+    for (const std::string& name : names)
+        entries.push_back({.name = name, .content = content, .isStored = true});
+    return makeZip(entries);
+}
+
+/// A directory with one entry listed many times, and behind it many records that count it as they like.
+std::string withEndRecords(std::size_t listed, std::size_t records, std::size_t count) {
+    const ZipEntry entry{.name = "a", .content = "", .isStored = true};
+    const std::string archive = zipLocalEntry(entry);
+    const std::string list = repeated(zipListedEntry(entry, 0), listed);
+    return archive + list + repeated(zipEndRecord(count, list.size(), archive.size()), records);
+}
+
+/// A workbook that names its one sheet many times.
+std::string withSheetNamed(std::size_t times, const std::string& rows) {
+    WorkbookParts parts = workbookParts({rows});
+    const std::string name = "<sheet name=\"a\" r:id=\"rId1\"/>";
+    parts[book].insert(parts[book].find("<sheet "), repeated(name, times - 1));
+    return makeZip(zipEntries(parts));
+}
+
+std::vector<std::string> numbers(int count) {
+    std::vector<std::string> texts;
+    for (int number = 0; number < count; ++number)
+        texts.push_back(std::to_string(number));
+    return texts;
+}
+
+/// Empty elements, each with a name of its own.
+std::string manyNames(std::size_t count) {
+    std::string xml = "<worksheet>";
+    std::mt19937 random(1);
+    for (std::size_t index = 0; index < count; ++index)
+        xml += "<n" + std::to_string(random()) + "/>";
+    return xml + "</worksheet>";
+}
+
+/// A cell with the first shared string.
+std::string sharedCell(const std::string& column) {
+    return "<c r=\"" + column + "1\" t=\"s\"><v>0</v></c>";
+}
+
+/// A header that goes on for hundreds of columns with the first shared string.
+std::string wideHeader() {
+    std::string row = headerRow();
+    row.resize(row.rfind("</row>"));
+    row += sharedCell("F");
+    for (char letter = 'A'; letter <= 'Z'; ++letter)
+        for (char second = 'A'; second <= 'Z'; ++second)
+            row += sharedCell({letter, second});
+    return row + "</row>";
+}
+
+} // namespace
+
+TEST(HostileWorkbook, archivesFail) {
+    const std::string notAsLong = "not as long as the archive says";
+    const Case cases[] = {
+        {"empty", "", "", "missing xl/workbook.xml"},
+        {"lock file", "\x05peter" + std::string(159, ' '), "", "Not a zip archive"},
+        {"older Excel format", "\xD0\xCF\x11\xE0" + std::string(4096, '\0'), "", "Not a zip archive"},
+        {"wrong checksum", withHeader(&ZipEntry::checksum, 1), sheet, "CRC error"},
+        {"encrypted", withHeader(&ZipEntry::flags, 1), sheet, "encrypted"},
+        {"packed in another way", withHeader(&ZipEntry::method, 14), sheet, "unknown compression method"},
+        {"shorter than it says", withHeader(&ZipEntry::size, 10'000'000), sheet, notAsLong},
+        {"longer than it says", withHeader(&ZipEntry::size, 10), sheet, notAsLong},
+        {"says four gigabytes", withHeader(&ZipEntry::size, 0xFFFFFFFE), sheet, "too large"},
+        {"inflates to two gigabytes", inflatingTo2GiB(2047 * mebibyte), sheet, "too large"},
+        {"inflates to two gigabytes and hides it", inflatingTo2GiB(mebibyte), sheet, notAsLong},
+        {"overlapping entries", overlapping(), "", "entries overlap"},
+        {"100,000 entries", withEntries(numbers(100'000), ""), "", "too many entries"},
+        {"20,000 entries", withEntries(numbers(20'000), ""), "", "too many entries"},
+        {"more entries than the end record says", withEndRecords(70'000, 1, 70'000 - 0x10000), "",
+         "too many entries"},
+        {"an end record after the other", withEndRecords(10'000, 300, 10'000), "", "too many entries"},
+        {"a name that is no UTF-8", withPart("xl/\xFF\xFE.xml", "x"), "", "failed to read archive entries"},
+        {"a target above the archive", withTarget("../../../etc/passwd"), "",
+         "missing xl/../../../etc/passwd"},
+        {"a target with wildcards", withTarget("worksheets/*.xml"), "", "missing xl/worksheets/*.xml"},
+        {"the workbook as its own sheet", withTarget("workbook.xml"), "", noSheet},
+        {"a large sheet a hundred times", withSheetNamed(100, std::string(mebibyte, ' ')), sheet,
+         "too large"},
+        {"an empty sheet 10,000 times", withSheetNamed(10'000, ""), "", noSheet},
+    };
+    for (const Case& c : cases)
+        expectHarmless(c);
+}
+
+TEST(HostileWorkbook, entryNamesLeadNowhereElse) {
+    const std::string bytes = withEntries(
+        {"../../etc/passwd", "/etc/passwd", "xl/*", "xl/worksheets/[a-z].xml", "C:\\a", "a\nb"}, "x");
+    EXPECT_EQ(readWorkbook(bytes).items, Lines{"a|b|c|d"});
+}
+
+TEST(HostileWorkbook, everyCutIsNoticed) {
+    const std::string whole =
+        withStoredSheet("<worksheet>" + sheetRows + repeated(inlineRow({"x"}), 100) + "</worksheet>");
+    ASSERT_EQ(readWorkbook(whole).failure, "");
+    for (std::size_t size = 0; size < whole.size(); size += 64)
+        EXPECT_TRUE(
+            readWorkbook(whole.substr(0, size)).failure.starts_with("Invalid Excel format: book.xlsx: "))
+            << size;
+}
+
+TEST(HostileWorkbook, aChangedByteIsNoticedOrChangesNothing) {
+    const Lines items = {"a|b|c|d"};
+    std::string bytes = withStoredSheet("<worksheet>" + sheetRows + "</worksheet>");
+    ASSERT_EQ(readWorkbook(bytes).items, items);
+    for (std::size_t position = 0; position < bytes.size(); ++position) {
+        bytes[position] ^= 1;
+        const Reading reading = readWorkbook(bytes);
+        EXPECT_TRUE(!reading.failure.empty() || reading.items == items) << position;
+        bytes[position] ^= 1;
+    }
+}
+
+TEST(HostileWorkbook, partsFail) {
+    const std::string doctype = "document type declarations are not allowed";
+    const std::string malformed = "not well-formed (invalid token)";
+    const std::string tooLongToken = "a tag or comment is too long";
+    const std::string laughs = "<!DOCTYPE a [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\">"
+                               "<!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\">]><a>&c;&c;&c;</a>";
+    const std::string empty = "<!DOCTYPE a><a/>";
+    const std::string external = "<!DOCTYPE a [<!ENTITY x SYSTEM \"file:///etc/passwd\">]><a>&x;</a>";
+    const std::string longAttribute = "<a b=\"" + std::string(50'000'000, 'x') + "\"/>";
+    const std::string longComment = "<a><!--" + std::string(20'000'000, 'x') + "--></a>";
+    const std::string longString = "<si><t>" + std::string(100'000, 'x') + "</t></si>";
+    const std::string tooLongString = "<si><t>" + std::string(300'000, 'x') + "</t></si>";
+    const std::string sheets = repeated("<sheet name=\"a\" r:id=\"b\"/>", workbookLimits::entries + 1);
+    std::string relationships = "<Relationships>";
+    for (std::size_t id = 0; id <= workbookLimits::entries; ++id)
+        relationships += "<Relationship Id=\"" + std::to_string(id) + "\" Type=\"/worksheet\" Target=\"a\"/>";
+    const Case cases[] = {
+        {"billion laughs", withPart(sheet, laughs), sheet, doctype},
+        {"external entity", withPart(sheet, external), sheet, doctype},
+        {"document type in the workbook", withPart(book, empty), book, doctype},
+        {"document type in the relationships", withPart(relations, empty), relations, doctype},
+        {"document type in the strings", withPart(strings, empty), strings, doctype},
+        {"undefined entity", withPart(sheet, "<a>&x;</a>"), sheet, "undefined entity"},
+        {"invalid UTF-8", withPart(sheet, "<a>\xED\xA0\x80</a>"), sheet, malformed},
+        {"comment of 20 MB", withStoredSheet(longComment), sheet, tooLongToken},
+        {"unfinished comment", withPart(sheet, "<!--" + std::string(15'000'000, '-')), sheet, malformed},
+        {"attribute of 50 MB", withStoredSheet(longAttribute), sheet, tooLongToken},
+        {"attribute of 50 MB, packed", withPart(sheet, longAttribute), sheet, "too large"},
+        {"100,000 levels", withPart(sheet, repeated("<a>", 100'000)), sheet, "elements nested too deeply"},
+        {"a million names", withPart(sheet, manyNames(1'000'000)), sheet, "out of memory"},
+        {"too many rows", withSheetRows(repeated("<row/>", workbookLimits::rows + 1)), sheet,
+         "too many rows"},
+        {"a cell of 300,000 letters", withSheetRows(inlineRow({std::string(300'000, 'x')})), sheet,
+         "a cell is too long"},
+        {"a shared string of 300,000 letters", withSheetRows("", tooLongString), strings,
+         "a shared string is too long"},
+        {"a long string in every row",
+         withSheetRows(headerRow() + repeated("<row>" + sharedCell("A") + "</row>", 3000), longString), sheet,
+         "items with too much text"},
+        {"a long string in every column of the header", withSheetRows(wideHeader(), longString), sheet,
+         "a header is too long"},
+        {"too many relationships", withPart(relations, relationships + "</Relationships>"), relations,
+         "too many relationships"},
+        {"too many sheets", withPart(book, "<w>" + sheets + "</w>"), book, "too many sheets"},
+        {"the last column in every row",
+         withSheetRows(repeated("<row><c r=\"XFD1\"><v>1</v></c></row>", 300'000)), "", noSheet},
+        {"index of 20 digits",
+         withSheetRows("<row><c r=\"A1\" t=\"s\"><v>18446744073709551616</v></c></row>", "<si/>"), "",
+         noSheet},
+    };
+    for (const Case& c : cases)
+        expectHarmless(c);
+}
+
+TEST(HostileWorkbook, theLastColumnInEveryRowCostsNothing) {
+    const std::string row = "<row><c r=\"A1\"><v>1</v></c><c r=\"XFD1\"><v>1</v></c></row>";
+    const std::string bytes = withSheetRows(headerRow() + repeated(row, 200'000));
+    std::size_t items = 0;
+    const ResourceUse use = measureResources([&] {
+        const auto block = readWorkbookBytes(bytes, "book.xlsx", "source", [](auto) {});
+        items = block ? block->rows.size() : 0;
+    });
+    EXPECT_EQ(items, 200'000U);
+    EXPECT_LT(use.memory, 16 * mebibyte);
+}
+
+} // namespace kavendra

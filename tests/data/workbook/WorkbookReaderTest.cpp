@@ -1,0 +1,226 @@
+#include "data/workbook/ExcelWorksheetParser.h"
+#include "data/workbook/WorkbookLimits.h"
+#include "tests/data/Reading.h"
+#include "tests/support/WorkbookWriter.h"
+
+namespace kavendra {
+
+namespace {
+
+const std::string noSupportedSheet = "Excel workbook has no supported sheet: book.xlsx";
+
+Reading readParts(const WorkbookParts& parts) {
+    return readWorkbook(makeZip(zipEntries(parts)));
+}
+
+std::string cell(const std::string& reference, const std::string& text) {
+    return "<c r=\"" + reference + "\" t=\"str\"><v>" + text + "</v></c>";
+}
+
+std::string row(const std::vector<std::pair<std::string, std::string>>& cells) {
+    std::string xml = "<row>";
+    for (const auto& [reference, text] : cells)
+        xml += cell(reference, text);
+    return xml + "</row>";
+}
+
+} // namespace
+
+TEST(ColumnIndex, readsTheLettersAtTheStart) {
+    const std::pair<const char*, int> cases[] = {
+        {"A1", 1}, {"Z9", 26},  {"AA1", 27}, {"b7", 2}, {"XFD1048576", 16384}, {"aB", 28}, {"7", 0},
+        {"", 0},   {"$A$1", 0}, {"[1", 0},   {"@", 0}};
+    for (const auto& [reference, column] : cases)
+        EXPECT_EQ(columnIndex(reference), column) << reference;
+    EXPECT_GT(columnIndex("ABCDEFGHIJ1"), workbookLimits::columns);
+}
+
+TEST(WorkbookReader, findsTheHeaderAndMapsTheRowsBelowIt) {
+    struct Case {
+        const char* name;
+        std::string sheet;
+        Lines items;
+        std::string header; ///< as it stands in the log
+    };
+    const std::string names = "Title | Command | Params | Keywords";
+    const std::string notFound = "not found in first 5x5";
+    const std::string fourRows = "<row/><row/><row/><row/>";
+    const std::string item = inlineRow({"a", "b", "c", "d"});
+    const Case cases[] = {
+        {"header at B3, blank rows before it do not count by number",
+         "<row/><row r=\"9\">" + cell("B9", "x") + "</row>" +
+             inlineRow({"left", " Title\n", "Command", "Params", "Keywords"}) +
+             row({{"A4", "left"}, {"C4", "b"}}),
+         {"|b||"},
+         names},
+        {"header in row 5, column E",
+         fourRows + row({{"E1", "Title"}, {"H1", "Command"}, {"F1", "Keywords"}, {"I1", "Params"}}) +
+             row({{"F1", "k"}, {"H1", "c"}}),
+         {"|c||k"},
+         "Title | Keywords |  | Command | Params"},
+        {"header in row 6", fourRows + "<row/>" + headerRow() + item, {}, notFound},
+        {"header in column F", row({{"F1", "Title"}}), {}, notFound},
+        {"names are exact", inlineRow({"title", "Command", "Params", "Keywords"}), {}, notFound},
+        {"Title is second: Command is lost",
+         inlineRow({"Command", "Title", "Params", "Keywords"}) + item,
+         {},
+         "Title | Params | Keywords"},
+        {"only the first Title row counts", inlineRow({"Title"}) + headerRow() + item, {}, "Title"},
+        {"the first of equal names, a short row",
+         inlineRow({"Title", "Title", "", "", "Command", "Params", "Keywords"}) +
+             inlineRow({"a", "x", "x", "x", "b", "c", "d"}) + inlineRow({"e"}),
+         {"a|b|c|d", "e|||"},
+         "Title | Title |  |  | Command | Params | Keywords"},
+        {"rows without text in the four columns are skipped",
+         inlineRow({"Title", "Command", "Params", "Keywords", "Note"}) + "<row/>" +
+             inlineRow({"", "", " \n", "", "note"}) + inlineRow({"", "", "", "k"}),
+         {"|||k"},
+         names + " | Note"},
+        {"texts are trimmed, also of spaces that are not ASCII",
+         headerRow() + inlineRow({"\u3000 a b\u00A0", "\t&#13;b", " ", "語"}),
+         {"a b|b||語"},
+         names},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Reading reading = readParts(workbookParts({c.sheet}));
+        EXPECT_EQ(reading.items, c.items);
+        EXPECT_EQ(reading.log, Lines{"Excel headers (book.xlsx / Sheet1): " + c.header});
+        EXPECT_EQ(reading.failure, c.items.empty() ? noSupportedSheet : "");
+    }
+}
+
+TEST(WorkbookReader, takesCellsAsTheyAreStored) {
+    struct Case {
+        const char* name;
+        std::string cell; ///< in column B
+        std::string value;
+    };
+    const auto shared = [](const std::string& index) {
+        return "<c r=\"B1\" t=\"s\"><v>" + index + "</v></c>";
+    };
+    const Case cases[] = {
+        {"number", "<c r=\"B1\"><v>42</v></c>", "42"},
+        {"boolean", "<c r=\"B1\" t=\"b\"><v>1</v></c>", "1"},
+        {"formula", "<c r=\"B1\" t=\"str\"><f>A1</f><v>result</v></c>", "result"},
+        {"error", "<c r=\"B1\" t=\"e\"><v>#REF!</v></c>", "#REF!"},
+        {"references to characters", "<c r=\"B1\"><v>a&amp;b&#x8A9E;</v></c>", "a&b語"},
+        {"inline runs", "<c r=\"B1\" t=\"inlineStr\"><is><r><t>a</t></r><r><t>b</t></r></is></c>", "ab"},
+        {"inline text in a cell of another type", "<c r=\"B1\"><is><t>a</t></is></c>", ""},
+        {"shared", shared("1"), "one"},
+        {"shared, signed", shared("+01"), "one"},
+        {"shared, minus zero", shared("-0"), "zero"},
+        {"shared, runs and reading joined", shared("2"), "漢字kanji"},
+        {"shared, negative", shared("-1"), ""},
+        {"shared, beyond the table", shared("3"), ""},
+        {"shared, 20 digits", shared("18446744073709551616"), ""},
+        {"shared, with a space", shared(" 1"), ""},
+        {"shared, no number", shared("+") + "<c r=\"A1\" t=\"s\"><v/></c>", ""},
+        {"later cell of the column", cell("B1", "a") + cell("B1", "b"), "b"},
+        {"later empty cell of the column", cell("B1", "a") + "<c r=\"B1\"/>", ""},
+        {"no reference", "<c><v>a</v></c>", ""},
+        {"reference without letters", "<c r=\"1\"><v>a</v></c>", ""},
+        {"elements with a prefix are others", "<x:c xmlns:x=\"u\" r=\"B1\"><x:v>a</x:v></x:c>", ""},
+        {"any order of columns", cell("D1", "d") + cell("b1", "b"), "b"},
+    };
+    const std::string sharedStrings = "<si><t>zero</t></si><si><t xml:space=\"preserve\"> one </t></si>"
+                                      "<si><r><t>漢</t></r><r><rPr><b/></rPr><t>字</t></r>"
+                                      "<rPh sb=\"0\" eb=\"2\"><t>kanji</t></rPh></si>";
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string sheet = headerRow() + "<row>" + c.cell + cell("C1", "c") + "</row>";
+        const Reading reading = readParts(workbookParts({sheet}, sharedStrings));
+        ASSERT_EQ(reading.items.size(), 1U) << reading.failure;
+        EXPECT_EQ(reading.items[0].substr(0, reading.items[0].rfind('|')), "|" + c.value + "|c");
+    }
+}
+
+TEST(WorkbookReader, readsTheSheetsInTheOrderOfTheWorkbook) {
+    WorkbookParts parts = workbookParts({headerRow() + inlineRow({"1"}), inlineRow({"Title", "Command"}),
+                                         "<row/>", headerRow() + inlineRow({"4"}), headerRow()});
+    std::string& workbook = parts["xl/workbook.xml"];
+    workbook.insert(workbook.find("<sheet name"),
+                    "<sheet name=\"Chart\" r:id=\"chart\"/><sheet name=\"Nowhere\" r:id=\"rId9\"/>"
+                    "<sheet r:id=\"rId1\"/><sheet name=\"x\" id=\"rId1\"/>"
+                    "<sheet name=\"Last\" r:id=\"last\"/>");
+    std::string& relationships = parts["xl/_rels/workbook.xml.rels"];
+    relationships.insert(relationships.rfind("</"),
+                         "<Relationship Id=\"chart\" Type=\"x/chartsheet\" Target=\"chart.xml\"/>"
+                         "<Relationship Id=\"rId9\" Type=\"x/worksheet\"/>"
+                         "<Relationship Id=\"last\" Type=\"x/worksheet\" Target=\"nowhere.xml\"/>"
+                         "<Relationship Id=\"last\" Type=\"x/worksheet\" Target=\"/other/a.xml\"/>");
+    parts["other/a.xml"] = "<worksheet>" + headerRow() + inlineRow({"first"}) + "</worksheet>";
+    const Reading reading = readParts(parts);
+    EXPECT_EQ(reading.failure, "");
+    EXPECT_EQ(reading.items, (Lines{"first|||", "1|||", "4|||"}));
+    const std::string names = "Title | Command | Params | Keywords";
+    EXPECT_EQ(reading.log, (Lines{"Excel headers (book.xlsx / Last): " + names,
+                                  "Excel headers (book.xlsx / Sheet1): " + names,
+                                  "Excel headers (book.xlsx / Sheet2): Title | Command",
+                                  "Excel headers (book.xlsx / Sheet3): not found in first 5x5",
+                                  "Excel headers (book.xlsx / Sheet4): " + names,
+                                  "Excel headers (book.xlsx / Sheet5): " + names}));
+}
+
+TEST(WorkbookReader, readsOneSheetForEachNameThatItHas) {
+    WorkbookParts parts = workbookParts({headerRow() + inlineRow({"a"})});
+    std::string& workbook = parts["xl/workbook.xml"];
+    workbook.insert(workbook.find("<sheet "), "<sheet name=\"Copy\" r:id=\"rId1\"/>");
+    const Reading reading = readParts(parts);
+    EXPECT_EQ(reading.items, (Lines{"a|||", "a|||"}));
+    EXPECT_EQ(reading.log.size(), 2U);
+}
+
+TEST(WorkbookReader, takesTheLastOfEntriesWithOneName) {
+    std::vector<ZipEntry> entries = zipEntries(workbookParts({headerRow() + inlineRow({"new"})}));
+    const std::string old = workbookParts({headerRow() + inlineRow({"old"})})["xl/worksheets/sheet1.xml"];
+    entries.insert(entries.begin(), {{.name = "xl/worksheets/sheet1.xml", .content = old},
+                                     {.name = "docProps/app.xml", .content = "one"},
+                                     {.name = "docProps/app.xml", .content = "two"}});
+    const Reading reading = readWorkbook(makeZip(entries));
+    EXPECT_EQ(reading.failure, "");
+    EXPECT_EQ(reading.items, Lines{"new|||"});
+}
+
+TEST(WorkbookReader, dropsCellsBeyondTheLastColumn) {
+    const std::string beyond = cell("XFE1", "Title") + cell("ABCDEFGHIJ1", "x");
+    const auto withCells = [&](std::string row) { return row.insert(row.rfind("</row>"), beyond); };
+    const Reading reading = readParts(workbookParts(
+        {withCells(inlineRow({"above"})) + withCells(headerRow()) + withCells(inlineRow({"a"}))}));
+    EXPECT_EQ(reading.items, Lines{"a|||"});
+    EXPECT_EQ(reading.log, Lines{"Excel headers (book.xlsx / Sheet1): Title | Command | Params | Keywords"});
+}
+
+TEST(WorkbookReader, saysWhichPartIsMissingOrDoesNotParse) {
+    const std::string sharedStrings = "<si><t>a</t></si>";
+    const WorkbookParts whole = workbookParts({headerRow()}, sharedStrings);
+    ASSERT_EQ(readParts(whole).failure, "");
+    for (const auto& [name, content] : whole) {
+        SCOPED_TRACE(name);
+        WorkbookParts parts = whole;
+        parts[name] = "";
+        EXPECT_EQ(readParts(parts).failure, "Invalid Excel format: book.xlsx: missing " + name);
+        parts.erase(name);
+        EXPECT_EQ(readParts(parts).failure,
+                  name == "xl/sharedStrings.xml" ? "" : "Invalid Excel format: book.xlsx: missing " + name);
+        parts = whole;
+        parts[name].pop_back();
+        const Reading cut = readParts(parts);
+        EXPECT_EQ(cut.failure, "Invalid Excel format: book.xlsx: " + name + ": unclosed token");
+        EXPECT_TRUE(cut.log.empty());
+    }
+    EXPECT_EQ(readParts(workbookParts({})).failure, noSupportedSheet);
+    EXPECT_EQ(readParts(workbookParts({headerRow()})).items, Lines{})
+        << "a header alone is a supported sheet";
+}
+
+TEST(WorkbookReader, readsTheEncodingsThatXMLMustHave) {
+    WorkbookParts parts = workbookParts({""});
+    std::string& utf16 = parts["xl/worksheets/sheet1.xml"];
+    utf16 = "\xFF\xFE";
+    for (const char byte : "<worksheet>" + headerRow() + inlineRow({"?"}) + "</worksheet>")
+        utf16 += byte == '?' ? std::string("\x9E\x8A") : std::string{byte, '\0'};
+    EXPECT_EQ(readParts(parts).items, Lines{"語|||"});
+}
+
+} // namespace kavendra
