@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QVBoxLayout>
 
 namespace kavendra {
@@ -18,6 +19,8 @@ namespace {
 
 constexpr QSize defaultSize(960, 520);
 constexpr QSize smallestSize(480, 200);
+constexpr int padding = 16;
+constexpr int spacing = 12;
 
 /// The system font, `steps` points smaller.
 QFont caption(int steps) {
@@ -41,6 +44,23 @@ void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
     QAccessible::installFactory(interfaceOfItsRole); // once, however often it is said
     widget.setProperty(roleProperty, static_cast<int>(role));
 }
+
+/// A one-point line around a widget.
+class HairlineFrame final : public QWidget {
+public:
+    explicit HairlineFrame(QWidget* framed) {
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(1, 1, 1, 1);
+        layout->addWidget(framed);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override {
+        QPainter painter(this);
+        painter.setPen(separatorColor(palette()));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
 
 } // namespace
 
@@ -88,18 +108,19 @@ void MainWindow::layOut() {
     statusMessage->setFont(caption(1));
     debugSummary->setFont(caption(2));
 
-    auto* lines = new QVBoxLayout;
-    lines->setContentsMargins(16, 6, 16, 6);
-    lines->setSpacing(4);
-    lines->addWidget(statusLine);
-    lines->addWidget(debugSummary);
+    // The search bar spans the window and touches its top; the rest stands in the window's padding.
+    auto* content = new QVBoxLayout;
+    content->setContentsMargins(padding, 0, padding, padding);
+    content->setSpacing(spacing);
+    content->addWidget(new HairlineFrame(table), 1);
+    content->addWidget(statusLine);
+    content->addWidget(debugSummary);
 
     auto* stack = new QVBoxLayout(this);
     stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(0);
+    stack->setSpacing(spacing);
     stack->addWidget(searchBar);
-    stack->addWidget(table, 1);
-    stack->addLayout(lines);
+    stack->addLayout(content, 1);
 
     SearchField& field = searchBar->searchField();
     field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));

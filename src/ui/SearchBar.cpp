@@ -12,15 +12,11 @@ SearchBar::SearchBar(QWidget* parent)
       gear(new MenuButton(QStringLiteral("gear"))) {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 12, 16, 12);
-    row->setSpacing(8);
+    row->setSpacing(8); // the field takes the folder button's room while that is hidden
     field->setMinimumHeight(MenuButton::side);
     row->addWidget(field, 1);
     row->addWidget(folder);
     row->addWidget(gear);
-    // The field is as wide without the button as with it: nothing moves under the eyes of who types.
-    QSizePolicy keepsItsRoom = folder->sizePolicy();
-    keepsItsRoom.setRetainSizeWhenHidden(true);
-    folder->setSizePolicy(keepsItsRoom);
     folder->hide();
 }
 
@@ -28,7 +24,7 @@ void SearchBar::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), searchBarColor(palette()));
     painter.setPen(separatorColor(palette()));
-    painter.drawLine(rect().bottomLeft(), rect().bottomRight());
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 
 } // namespace kavendra

@@ -3,6 +3,7 @@
 #include "platform/desktop/QtAppearance.h"
 #include "tests/support/Contrast.h"
 #include "tests/ui/MainWindowFixture.h"
+#include "ui/Colors.h"
 #include "ui/HeldEnterFilter.h"
 
 #include <QApplication>
@@ -136,6 +137,29 @@ TEST_F(MainWindowTest, hasItsSizesAlsoWithAMessageOfAnyLength) {
     EXPECT_EQ(window.size(), QSize(960, 520)) << "the status line does not widen the window";
     window.resize(10, 10);
     EXPECT_EQ(window.size(), QSize(480, 200));
+}
+
+TEST_F(MainWindowTest, keepsTheDistancesAtEverySize) {
+    const QWidget& bar = *field.parentWidget();
+    const QWidget& frame = *table.parentWidget();
+    const QWidget& statusLine = *label("statusMessage").parentWidget();
+    for (const QSize& size : {QSize(960, 520), QSize(480, 200)}) {
+        window.resize(size);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(bar.geometry(), QRect(0, 0, size.width(), 12 + 28 + 12));
+        EXPECT_EQ(field.geometry().topLeft(), QPoint(16, 12));
+        EXPECT_EQ(frame.geometry().topLeft(), QPoint(16, bar.height() + 12));
+        EXPECT_EQ(frame.width(), size.width() - 16 - 16);
+        EXPECT_EQ(table.geometry(), frame.rect().adjusted(1, 1, -1, -1));
+        EXPECT_EQ(statusLine.y(), frame.geometry().bottom() + 1 + 12);
+        EXPECT_EQ(statusLine.geometry().bottomRight(), QPoint(size.width() - 1 - 16, size.height() - 1 - 16));
+        EXPECT_GE(table.viewport()->height(), 2 * table.rowHeight(0)) << "rows that are whole";
+    }
+    const QImage image = window.grab().toImage();
+    const QRgb outline = separatorColor(window.palette()).rgb();
+    for (const QPoint& point : {QPoint(0, 20), QPoint(479, 20), QPoint(200, 0), QPoint(200, bar.height() - 1),
+                                frame.geometry().topLeft(), frame.geometry().bottomRight()})
+        EXPECT_EQ(image.pixel(point), outline) << point.x() << ", " << point.y();
 }
 
 TEST_F(MainWindowTest, settingsShowAndHideTheLines) {

@@ -108,16 +108,17 @@ TEST_F(MenuTest, theKeyboardOpensTheMenuOfTheSelectedRowInItsPlace) {
     EXPECT_EQ(openMenuText(), generalMenu);
 }
 
-TEST_F(MenuTest, theFolderButtonComesAndGoesAndMovesNothing) {
+TEST_F(MenuTest, theFolderButtonTakesItsRoomFromTheEndOfTheField) {
     EXPECT_FALSE(folderButton.isVisible());
     const QRect tableBefore = table.geometry();
     const QRect fieldBefore = field.geometry();
+    EXPECT_EQ(fieldBefore.right(), window.width() - 1 - 16 - 28 - 8) << "no gap before the gear";
     content.setSearchText(configuration.path("data"));
     QCoreApplication::processEvents();
     EXPECT_TRUE(folderButton.isVisible());
     EXPECT_EQ(folderButton.size(), QSize(28, 28));
     EXPECT_EQ(table.geometry(), tableBefore);
-    EXPECT_EQ(field.geometry(), fieldBefore);
+    EXPECT_EQ(field.geometry(), fieldBefore.adjusted(0, 0, -8 - 28, 0));
     for (int opened = 0; opened < 2; ++opened) {
         QMetaObject::invokeMethod(
             &folderButton, [] { chooseFromOpenMenu("Copy Directory"); }, Qt::QueuedConnection);
@@ -130,6 +131,8 @@ TEST_F(MenuTest, theFolderButtonComesAndGoesAndMovesNothing) {
     EXPECT_EQ(folderButton.menu()->findChildren<QMenu*>().size(), 3) << "nothing is left of the first time";
     QTest::keyClicks(&field, "x");
     EXPECT_FALSE(folderButton.isVisible());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(field.geometry(), fieldBefore);
 }
 
 TEST(MenuBuilder, drawsWhatTheEntriesSay) {

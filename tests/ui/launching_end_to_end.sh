@@ -53,7 +53,7 @@ xdotool windowactivate --sync "$window"
 query "two"
 : >"$record"
 eventually "the rows are those of the query" status_is "1 items | Command not found: no-such-program"
-xdotool mousemove --window "$window" 100 82 click 1
+xdotool mousemove --window "$window" 100 102 click 1
 eventually "a click launches the row" recorded "editor\t$desk/notes.txt"
 : >"$record"
 # The pause: a window manager receives the button first and passes it on, but not the key.

@@ -13,7 +13,7 @@ open_menu() {
   eventually "$1" menus_are 1
 }
 # A second press in the place of the first would be half of a double click: no two menus in one place.
-row_menu() { xdotool mousemove --window "$window" "$1" 82 click 3; }
+row_menu() { xdotool mousemove --window "$window" "$1" 102 click 3; }
 folder_menu() {
   read -r x y < <("$tools/where-is" "Search path")
   xdotool mousemove "$x" "$y" click 1
