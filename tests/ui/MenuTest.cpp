@@ -143,16 +143,29 @@ TEST(MenuBuilder, drawsWhatTheEntriesSay) {
               menuSeparator(),
               {.title = "On", .isEnabled = false, .isChecked = true},
               {.title = "Off", .isChecked = false},
+              {.title = "Open with %1", .titleArgument = ""},
+              {.title = "%1", .titleArgument = std::string(80, 'x')},
               {.title = "%1", .titleArgument = std::string(5000, 'x')}},
              owner);
     const QList<QAction*> actions = menu.actions();
-    EXPECT_EQ(actions[0]->text(), "Open (R&&D %1 .csv)") << "an ampersand marks no key, a tab no shortcut";
+    EXPECT_EQ(actions[0]->text(), "Open (R&&D %1 .csv)")
+        << "an ampersand marks no key, a tab no shortcut";
     EXPECT_TRUE(actions[1]->isSeparator());
     EXPECT_FALSE(actions[0]->isCheckable());
     EXPECT_TRUE(actions[2]->isChecked());
     EXPECT_FALSE(actions[2]->isEnabled());
     EXPECT_TRUE(actions[3]->isCheckable() && !actions[3]->isChecked());
-    EXPECT_LT(menu.sizeHint().width(), 600);
+    EXPECT_EQ(actions[4]->text(), "Open with ");
+    EXPECT_EQ(actions[5]->text().size(), 80) << "whole";
+    EXPECT_LE(menu.sizeHint().width(), owner.screen()->availableGeometry().width());
+}
+
+TEST(MenuBuilder, aRightToLeftMenuKeepsTheDirectionOfItsTitles) {
+    QMenu menu;
+    menu.setLayoutDirection(Qt::RightToLeft);
+    QWidget owner;
+    fillMenu(menu, {{.title = "Open (%1)", .titleArgument = "~/a"}}, owner);
+    EXPECT_EQ(menu.actions()[0]->text(), "\u2068Open (\u2066~/a\u2069)\u2069");
 }
 
 TEST(MenuBuilder, anActionRunsAfterTheMenuAndNotWithoutItsOwner) {
