@@ -4,20 +4,26 @@
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QStyle>
 #include <QToolTip>
 
 namespace kavendra {
+
+namespace {
+
+constexpr qsizetype maximumLength = 2000; ///< wider than any window; bounds the time for the layout
+
+} // namespace
 
 ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
     setTextFormat(Qt::PlainText);
 }
 
-void ElidedLabel::showText(const QString& text) {
-    if (text == this->text())
+void ElidedLabel::showText(const std::string& text) {
+    if (text == m_wholeText)
         return;
-    setText(text);
-    setAccessibleName(text);
+    m_wholeText = text;
+    setText(withVisibleMarks(withoutMiddle(displayText(text), maximumLength)));
+    setAccessibleName(this->text());
 }
 
 QSize ElidedLabel::minimumSizeHint() const {
@@ -26,16 +32,18 @@ QSize ElidedLabel::minimumSizeHint() const {
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QString line = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
-    style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), line,
-                          foregroundRole());
+    painter.setPen(palette().color(foregroundRole()));
+    drawLine(painter, rect(), alignment(), fontMetrics().elidedText(text(), Qt::ElideMiddle, width()),
+             Qt::LeftToRight);
 }
 
 bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), isCut() ? "<qt>" + text().toHtmlEscaped() + "</qt>" : QString(),
+    QToolTip::showText(help->globalPos(),
+                       isCut() ? "<qt>" + withVisibleMarks(displayText(m_wholeText)).toHtmlEscaped() + "</qt>"
+                               : QString(),
                        this);
     return true;
 }

@@ -2,17 +2,19 @@
 
 #include <QLabel>
 
+#include <string>
+
 namespace kavendra {
 
-/// One line of plain text that is cut in its middle where it does not fit (a message begins with what
-/// failed and ends with why), and never widens the window.
-/// The whole text is its accessible name, and its tooltip while it is cut.
+/// One line of plain text that runs left to right, is cut in its middle where it does not fit (a message
+/// begins with what failed and ends with why), and never widens the window. The line is its accessible name;
+/// the whole text is its tooltip while it is cut.
 class ElidedLabel final : public QLabel {
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 
-    /// Shows a text; what it looks like on one line is up to the caller.
-    void showText(const QString& text);
+    /// Shows a UTF-8 text on one line, with visible marks.
+    void showText(const std::string& text);
 
     QSize minimumSizeHint() const override;
 
@@ -22,6 +24,8 @@ protected:
 
 private:
     bool isCut() const;
+
+    std::string m_wholeText;
 };
 
 } // namespace kavendra

@@ -1,8 +1,17 @@
 #include "ui/ItemCellDelegate.h"
 
+#include "ui/DisplayText.h"
+#include "ui/ItemTableModel.h"
+
 #include <QPainter>
+#include <QStyle>
 
 namespace kavendra {
+
+QRect cellTextRect(const QRect& cell, Qt::LayoutDirection layoutDirection) {
+    return QStyle::visualRect(layoutDirection, cell,
+                              cell.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0));
+}
 
 void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                              const QModelIndex& index) const {
@@ -10,11 +19,12 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     if (isSelected)
         painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
-    const QRect room = option.rect.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0);
+    const QRect room = cellTextRect(option.rect, option.direction);
     const QString line = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width());
     painter->setFont(option.font);
     painter->setPen(option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
-    painter->drawText(room, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine, line);
+    drawLine(*painter, room, Qt::AlignLeading | Qt::AlignVCenter, line,
+             ItemTableModel::textDirection(index.column(), line));
 }
 
 QSize ItemCellDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

@@ -1,9 +1,11 @@
 #include "ui/ItemTableHeader.h"
 
 #include "ui/Colors.h"
+#include "ui/DisplayText.h"
 #include "ui/ItemCellDelegate.h"
 
 #include <QPainter>
+#include <QStyle>
 
 namespace kavendra {
 
@@ -25,7 +27,8 @@ QSize ItemTableHeader::sizeHint() const {
 void ItemTableHeader::paintEvent(QPaintEvent* event) {
     QHeaderView::paintEvent(event);
     // Behind the last column the style has drawn what it thinks an empty header looks like.
-    const QRect rest = viewport()->rect().adjusted(length() - offset(), 0, 0, 0);
+    const QRect rest = QStyle::visualRect(layoutDirection(), viewport()->rect(),
+                                          viewport()->rect().adjusted(length() - offset(), 0, 0, 0));
     QPainter painter(viewport());
     painter.fillRect(rest, palette().color(QPalette::Base));
     painter.setPen(separatorColor(palette()));
@@ -35,13 +38,14 @@ void ItemTableHeader::paintEvent(QPaintEvent* event) {
 void ItemTableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
     painter->fillRect(rect, palette().color(QPalette::Base));
     painter->setPen(separatorColor(palette()));
-    painter->drawLine(rect.right(), rect.top() + dividerInset, rect.right(), rect.bottom() - dividerInset);
+    const int end = layoutDirection() == Qt::LeftToRight ? rect.right() : rect.left();
+    painter->drawLine(end, rect.top() + dividerInset, end, rect.bottom() - dividerInset);
     painter->drawLine(rect.bottomLeft(), rect.bottomRight());
-    const QRect room = rect.adjusted(cellPaddingLeading, 0, -cellPaddingTrailing, 0);
+    const QRect room = cellTextRect(rect, layoutDirection());
     const QString title = model()->headerData(column, Qt::Horizontal).toString();
     painter->setPen(secondaryTextColor(palette()));
-    painter->drawText(room, Qt::AlignLeading | Qt::AlignVCenter | Qt::TextSingleLine,
-                      fontMetrics().elidedText(title, Qt::ElideRight, room.width()));
+    drawLine(*painter, room, Qt::AlignLeading | Qt::AlignVCenter,
+             fontMetrics().elidedText(title, Qt::ElideRight, room.width()), naturalDirection(title));
 }
 
 } // namespace kavendra

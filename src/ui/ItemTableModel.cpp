@@ -31,6 +31,10 @@ std::string_view ItemTableModel::text(int row, int column) const {
                                           : items->list.source(itemIndex(row));
 }
 
+Qt::LayoutDirection ItemTableModel::textDirection(int column, const QString& text) {
+    return itemColumns[static_cast<std::size_t>(column)].isProse ? naturalDirection(text) : Qt::LeftToRight;
+}
+
 int ItemTableModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() || !rows ? 0 : static_cast<int>(rows->size());
 }

@@ -11,14 +11,15 @@ struct ItemColumn {
     const char* identifier; ///< names the field, and the column in the state file
     const char* title;
     int initialWidth; ///< in points
+    bool isProse;     ///< runs as its letters do; commands, params and file names run left to right
 };
 
 inline constexpr std::array<ItemColumn, 5> itemColumns{{
-    {"Title", "Title", 240},
-    {"Command", "Command / Path", 320},
-    {"Params", "Params", 240},
-    {"Keywords", "Keywords", 220},
-    {"Source", "Source", 120},
+    {"Title", "Title", 240, true},
+    {"Command", "Command / Path", 320, false},
+    {"Params", "Params", 240, false},
+    {"Keywords", "Keywords", 220, true},
+    {"Source", "Source", 120, false},
 }};
 
 /// The filtered items as a table: a row is an index into the items, a text is made when a cell is painted.
@@ -37,6 +38,8 @@ public:
     UUID itemID(int row) const;
     /// The whole text of a cell, as it stands in the data file.
     std::string_view text(int row, int column) const;
+    /// The direction in which a text of a column runs, whatever the window's.
+    static Qt::LayoutDirection textDirection(int column, const QString& text);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;

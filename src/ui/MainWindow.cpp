@@ -215,10 +215,11 @@ void MainWindow::showState() {
     searchBar->folderButton().setVisible(menus.hasSearchPath());
     table->show(state);
     itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
-    statusMessage->showText(singleLine(state.lastActionMessage));
+    itemCount->setLayoutDirection(naturalDirection(itemCount->text()));
+    statusMessage->showText(state.lastActionMessage);
     statusLine->setVisible(state.appSettings.showStatusMessage);
-    debugSummary->showText(singleLine(
-        debugSummaryText(state.appSettings.dataDirectoryPath, state.appSettings.logDirectoryPath)));
+    debugSummary->showText(
+        debugSummaryText(state.appSettings.dataDirectoryPath, state.appSettings.logDirectoryPath));
     debugSummary->setVisible(state.appSettings.showDebugSummary);
     if (!isOnScreen)
         return;

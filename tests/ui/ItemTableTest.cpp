@@ -168,7 +168,7 @@ TEST_F(ItemTableTest, aCellShowsOneLineWhateverItHolds) {
     writeItems("\"two\nlines\"," + std::string(100000, 'x') + ",\xE2\x80\xA8,\n");
     content.reloadData();
     table.show(state());
-    EXPECT_EQ(table.model()->index(0, 0).data().toString(), "two lines");
+    EXPECT_EQ(table.model()->index(0, 0).data().toString(), "two[LF]lines");
     EXPECT_LT(table.model()->index(0, 1).data().toString().size(), 5000)
         << "no more than a column could show";
     table.viewport()->repaint();

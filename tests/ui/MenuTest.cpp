@@ -148,7 +148,7 @@ TEST(MenuBuilder, drawsWhatTheEntriesSay) {
               {.title = "%1", .titleArgument = std::string(5000, 'x')}},
              owner);
     const QList<QAction*> actions = menu.actions();
-    EXPECT_EQ(actions[0]->text(), "Open (R&&D %1 .csv)")
+    EXPECT_EQ(actions[0]->text(), "Open (R&&D[TAB]%1[LF].csv)")
         << "an ampersand marks no key, a tab no shortcut";
     EXPECT_TRUE(actions[1]->isSeparator());
     EXPECT_FALSE(actions[0]->isCheckable());
