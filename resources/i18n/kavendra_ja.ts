@@ -32,6 +32,10 @@
         <translation>%1 項目</translation>
     </message>
     <message>
+        <source>Message</source>
+        <translation>メッセージ</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>

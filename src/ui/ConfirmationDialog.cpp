@@ -1,23 +1,22 @@
 #include "ui/ConfirmationDialog.h"
 
+#include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
 namespace kavendra {
 
 ConfirmationDialog::ConfirmationDialog(QWidget* parent) : MessageDialog(parent) {
     setObjectName("confirmationDialog");
-    offer(Yes, translated("Yes"));
-    offer(No, translated("No"));
-    setDefaultButton(Yes);
-    setEscapeButton(No);
-    connect(this, &QDialog::finished, this, [this](int answer) { answer == Yes ? onConfirm() : onCancel(); });
+    offer(QDialogButtonBox::Yes, translated("Yes"));
+    offer(QDialogButtonBox::No, translated("No"));
+    connect(this, &QDialog::finished, this,
+            [this](int answer) { answer == Accepted ? onConfirm() : onCancel(); });
 }
 
 void ConfirmationDialog::show(const std::optional<StartupRegistrationAction>& action) {
-    if (action)
-        showMessage(translated(std::string(confirmationMessage(*action)).c_str()));
-    else
-        showMessage(std::nullopt);
+    const std::optional<QString> question =
+        action ? std::optional(translated(std::string(confirmationMessage(*action)).c_str())) : std::nullopt;
+    showMessage(question, naturalDirection(question.value_or(QString())));
 }
 
 } // namespace kavendra

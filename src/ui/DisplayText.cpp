@@ -40,9 +40,6 @@ QString markOf(QChar character) {
     }
 }
 
-constexpr qsizetype breakEvery = 40;
-constexpr QChar zeroWidthSpace(0x200B);
-
 } // namespace
 
 QString displayText(std::string_view text) {
@@ -83,6 +80,18 @@ QString withoutMiddle(const QString& text, qsizetype maximumLength) {
     return text.left(maximumLength / 2) + u'…' + text.right(maximumLength / 2);
 }
 
+QTextOption::WrapMode wrapMode(const QString& text) {
+    // Qt looks for the end of a word again in every line of it, which takes quadratic time.
+    constexpr qsizetype longestSearchedWord = 4000;
+    qsizetype length = 0;
+    for (const QChar character : text) {
+        length = character.isSpace() ? 0 : length + 1;
+        if (length > longestSearchedWord)
+            return QTextOption::WrapAnywhere;
+    }
+    return QTextOption::WrapAtWordBoundaryOrAnywhere;
+}
+
 Qt::LayoutDirection naturalDirection(const QString& text) {
     return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
 }
@@ -95,22 +104,6 @@ void drawLine(QPainter& painter, const QRect& rect, Qt::Alignment alignment, con
     painter.setLayoutDirection(textDirection);
     painter.drawText(rect, static_cast<int>(visual) | Qt::TextSingleLine, line);
     painter.setLayoutDirection(layoutDirection);
-}
-
-QString breakable(QString text) {
-    qsizetype sinceSpace = 0;
-    for (qsizetype position = 0; position < text.size(); ++position) {
-        sinceSpace = text[position].isSpace() ? 0 : sinceSpace + 1;
-        if (sinceSpace >= breakEvery && !text[position].isHighSurrogate()) {
-            text.insert(++position, zeroWidthSpace);
-            sinceSpace = 0;
-        }
-    }
-    return text;
-}
-
-QString toolTipText(const QString& text) {
-    return text.isEmpty() ? text : "<qt>" + breakable(text).toHtmlEscaped() + "</qt>";
 }
 
 } // namespace kavendra

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextOption>
 
 #include <string_view>
 
@@ -32,18 +33,14 @@ QString singleLine(std::string_view text);
 /// failed and ends with why. `maximumLength` is in UTF-16 units.
 QString withoutMiddle(const QString& text, qsizetype maximumLength);
 
+/// Returns how a text is wrapped in which long words are broken where a line ends.
+QTextOption::WrapMode wrapMode(const QString& text);
+
 /// Returns the direction of the first letter of `text` that has one, left to right without one.
 Qt::LayoutDirection naturalDirection(const QString& text);
 
 /// Draws one line of text in its own direction, aligned as in a widget that has the painter's direction.
 void drawLine(QPainter& painter, const QRect& rect, Qt::Alignment alignment, const QString& line,
               Qt::LayoutDirection textDirection);
-
-/// Returns `text` with places in its long words where a line may break: otherwise what shows it would have to
-/// be as wide as the word.
-QString breakable(QString text);
-
-/// Returns `text` for a tooltip: as it stands, where a tooltip would take markup in it for markup.
-QString toolTipText(const QString& text);
 
 } // namespace kavendra

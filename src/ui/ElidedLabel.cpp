@@ -1,10 +1,10 @@
 #include "ui/ElidedLabel.h"
 
 #include "ui/DisplayText.h"
+#include "ui/ToolTip.h"
 
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 namespace kavendra {
 
@@ -41,10 +41,8 @@ bool ElidedLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QLabel::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(),
-                       isCut() ? "<qt>" + withVisibleMarks(displayText(m_wholeText)).toHtmlEscaped() + "</qt>"
-                               : QString(),
-                       this);
+    showToolTip(*this, help->globalPos(), rect(),
+                isCut() ? withVisibleMarks(displayText(m_wholeText)) : QString(), Qt::LeftToRight);
     return true;
 }
 

@@ -7,12 +7,13 @@ namespace kavendra {
 
 ErrorDialog::ErrorDialog(QWidget* parent) : MessageDialog(parent) {
     setObjectName("errorDialog");
-    offer(Ok, translated("OK"));
+    offer(QDialogButtonBox::Ok, translated("OK"));
     connect(this, &QDialog::finished, this, [this] { onDismiss(); });
 }
 
 void ErrorDialog::show(const std::optional<std::string>& message) {
-    showMessage(message ? std::optional(displayText(*message)) : std::nullopt);
+    // Its texts are English, and name paths.
+    showMessage(message ? std::optional(displayText(*message)) : std::nullopt, Qt::LeftToRight);
 }
 
 } // namespace kavendra

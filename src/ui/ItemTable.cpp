@@ -4,6 +4,7 @@
 #include "ui/ItemCellDelegate.h"
 #include "ui/ItemTableHeader.h"
 #include "ui/MenuBuilder.h"
+#include "ui/ToolTip.h"
 
 #include <QContextMenuEvent>
 #include <QFontMetrics>
@@ -15,7 +16,6 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QToolTip>
 
 #include <algorithm>
 #include <cmath>
@@ -243,16 +243,20 @@ bool ItemTable::viewportEvent(QEvent* event) {
     if (event->type() != QEvent::ToolTip)
         return QTableView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), toolTipText(overflowText(indexAt(help->pos()))), viewport());
+    const QModelIndex index = indexAt(help->pos());
+    const QString text = overflowText(index);
+    const auto direction = ItemTableModel::textDirection(std::max(0, index.column()), text);
+    showToolTip(*viewport(), help->globalPos(), visualRect(index), text, direction);
     return true;
 }
 
 QString ItemTable::overflowText(const QModelIndex& index) const {
     if (!index.isValid())
         return {};
-    const QString text = singleLine(rowsModel.text(index.row(), index.column()));
+    const std::string_view text = rowsModel.text(index.row(), index.column());
     const int room = std::max(0, columnWidth(index.column()) - cellPaddingLeading - cellPaddingTrailing);
-    return fontMetrics().horizontalAdvance(text) > room ? text : QString();
+    return fontMetrics().horizontalAdvance(singleLine(text)) > room ? withVisibleMarks(displayText(text))
+                                                                    : QString();
 }
 
 void ItemTable::reportColumnWidth(int column) {

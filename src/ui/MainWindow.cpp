@@ -1,12 +1,12 @@
 #include "ui/MainWindow.h"
 
 #include "app/LoadTexts.h"
+#include "ui/AccessibleRole.h"
 #include "ui/Colors.h"
 #include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"
 #include "ui/Translation.h"
 
-#include <QAccessibleWidget>
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -27,22 +27,6 @@ QFont caption(int steps) {
     QFont font;
     font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
     return font;
-}
-
-constexpr const char* roleProperty = "accessibleRole";
-
-QAccessibleInterface* interfaceOfItsRole(const QString&, QObject* object) {
-    const QVariant role = object ? object->property(roleProperty) : QVariant();
-    if (!role.isValid())
-        return nullptr;
-    return new QAccessibleWidget(qobject_cast<QWidget*>(object),
-                                 static_cast<QAccessible::Role>(role.toInt()));
-}
-
-/// Says what a plain widget is, which is nothing but a filler to assistive technology otherwise.
-void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
-    QAccessible::installFactory(interfaceOfItsRole); // once, however often it is said
-    widget.setProperty(roleProperty, static_cast<int>(role));
 }
 
 /// A one-point line around a widget.

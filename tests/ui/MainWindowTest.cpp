@@ -7,11 +7,15 @@
 #include "ui/HeldEnterFilter.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QToolTip>
+
+#include <numeric>
 
 namespace kavendra {
 
@@ -21,9 +25,39 @@ class MainWindowTest : public MainWindowFixture {
 protected:
     QLabel& label(const char* name) { return *window.findChild<QLabel*>(name); }
 
-    QMessageBox& dialog = *window.findChild<QMessageBox*>("errorDialog");
-    QMessageBox& confirmation = *window.findChild<QMessageBox*>("confirmationDialog");
+    /// Lets the pointer rest in the middle of a part of a widget; returns the tooltip, nullptr without one.
+    static QWidget* toolTip(QWidget& widget, const QRect& area) {
+        QHelpEvent event(QEvent::ToolTip, area.center(), widget.mapToGlobal(area.center()));
+        QApplication::sendEvent(&widget, &event);
+        for (QWidget* each : QApplication::topLevelWidgets())
+            if (each->objectName() == "toolTip" && each->isVisible())
+                return each;
+        return nullptr;
+    }
+
+    QDialog& dialog = *window.findChild<QDialog*>("errorDialog");
+    QDialog& confirmation = *window.findChild<QDialog*>("confirmationDialog");
+    MessageText& message = *dialog.findChild<MessageText*>();
+    MessageText& question = *confirmation.findChild<MessageText*>();
 };
+
+/// Whether most of what is drawn between the first and the last column that differ from the corner is on the
+/// right.
+bool isHeavierOnTheRight(const QImage& image) {
+    const QRgb ground = image.pixel(0, 0);
+    std::vector<int> ink;
+    for (int x = 0; x < image.width(); ++x) {
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y)
+            count += image.pixel(x, y) != ground ? 1 : 0;
+        if (count > 0 || !ink.empty())
+            ink.push_back(count);
+    }
+    while (!ink.empty() && ink.back() == 0)
+        ink.pop_back();
+    const auto middle = ink.begin() + static_cast<std::ptrdiff_t>(ink.size() / 2);
+    return std::accumulate(middle, ink.end(), 0) > std::accumulate(ink.begin(), middle, 0);
+}
 
 } // namespace
 
@@ -59,18 +93,18 @@ TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
     QTest::keyClick(&field, Qt::Key_Return);
     ASSERT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.windowTitle(), "kavendra");
-    EXPECT_EQ(dialog.text(), "Command not found: missing-program");
-    EXPECT_EQ(dialog.buttons().size(), 1);
+    EXPECT_EQ(message.toPlainText(), "Command not found: missing-program");
+    EXPECT_EQ(dialog.accessibleDescription(), message.toPlainText());
+    EXPECT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
     content.reportFailure("<b>another</b>");
-    EXPECT_EQ(dialog.text(), "<b>another</b>") << "a new failure takes the place of the old";
-    EXPECT_EQ(dialog.textFormat(), Qt::PlainText);
+    EXPECT_EQ(message.toPlainText(), "<b>another</b>") << "a new failure takes the place of the old";
     QTest::keyClick(&dialog, Qt::Key_Escape);
     EXPECT_FALSE(dialog.isVisible());
     EXPECT_EQ(dialogText(), "no dialog");
     EXPECT_EQ(label("statusMessage").text(), "<b>another</b>");
     content.reportFailure("again");
     EXPECT_TRUE(dialog.isVisible());
-    QTest::mouseClick(dialog.button(QMessageBox::Ok), Qt::LeftButton);
+    QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
     EXPECT_FALSE(dialog.isVisible());
 }
 
@@ -98,14 +132,14 @@ TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
 }
 
 TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
-    const auto answer = [this](QMessageBox::StandardButton button) {
-        QTest::mouseClick(confirmation.button(button), Qt::LeftButton);
+    const auto answer = [this](QDialogButtonBox::StandardButton button) {
+        QTest::mouseClick(confirmation.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
     };
     content.requestStartupChange();
     ASSERT_TRUE(confirmation.isVisible());
     EXPECT_EQ(confirmation.windowTitle(), "kavendra");
-    EXPECT_EQ(confirmation.text(), "Register kavendra to startup?");
-    answer(QMessageBox::No);
+    EXPECT_EQ(question.toPlainText(), "Register kavendra to startup?");
+    answer(QDialogButtonBox::No);
     content.requestStartupChange();
     QTest::keyClick(&confirmation, Qt::Key_Escape);
     content.requestStartupChange();
@@ -117,13 +151,13 @@ TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
     EXPECT_EQ(label("statusMessage").text(), "Loaded 3 items");
 
     content.requestStartupChange();
-    answer(QMessageBox::Yes);
+    answer(QDialogButtonBox::Yes);
     EXPECT_FALSE(confirmation.isVisible());
     EXPECT_EQ(label("statusMessage").text(), "Enabled launch at login");
     desktop.startupResult = std::unexpected(Error{"reason"});
     content.requestStartupChange();
-    EXPECT_EQ(confirmation.text(), "Remove kavendra from startup?");
-    answer(QMessageBox::Yes);
+    EXPECT_EQ(question.toPlainText(), "Remove kavendra from startup?");
+    answer(QDialogButtonBox::Yes);
     EXPECT_FALSE(confirmation.isVisible());
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(desktop.calls, (std::vector<std::string>{"registerLoginItem", "unregisterLoginItem"}));
@@ -160,6 +194,70 @@ TEST_F(MainWindowTest, keepsTheDistancesAtEverySize) {
     for (const QPoint& point : {QPoint(0, 20), QPoint(479, 20), QPoint(200, 0), QPoint(200, bar.height() - 1),
                                 frame.geometry().topLeft(), frame.geometry().bottomRight()})
         EXPECT_EQ(image.pixel(point), outline) << point.x() << ", " << point.y();
+}
+
+TEST_F(MainWindowTest, aLongMessageIsScrolledSelectedAndCopiedWhole) {
+    const QString text = "Command not found: " + QString(50000, 'x') + "\u202Ecod.\x1B\texe\nwhy";
+    for (const Qt::Key closing : {Qt::Key_Escape, Qt::Key_Return}) {
+        content.reportFailure(text.toStdString());
+        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog.isActiveWindow(); }));
+        EXPECT_LT(dialog.height(), 500);
+        EXPECT_TRUE(message.toPlainText().endsWith("xx[U+202E]cod.[U+001B][TAB]exe\nwhy"));
+        EXPECT_GT(message.verticalScrollBar()->maximum(), 0);
+        EXPECT_EQ(message.horizontalScrollBar()->maximum(), 0);
+        EXPECT_TRUE(dialog.findChild<QPushButton*>()->hasFocus());
+        QTest::keyClick(&dialog, Qt::Key_Tab);
+        ASSERT_TRUE(message.hasFocus());
+        QTest::keyClick(&message, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&message, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), text);
+        QTest::keyClick(&message, closing);
+        EXPECT_FALSE(dialog.isVisible());
+    }
+    content.reportFailure("short");
+    EXPECT_EQ(message.verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    EXPECT_LT(dialog.height(), 200);
+}
+
+TEST_F(MainWindowTest, aTooltipShowsAllOfALongText) {
+    const std::string command = std::string(1500, 'x') + "\xE2\x80\xAE" + "end";
+    writeItems("long," + command + ",,\n");
+    content.reloadData();
+    content.setStatus(std::string(3000, 'x'));
+    const QRect cell = table.visualRect(table.model()->index(0, 1));
+    QWidget* tip = toolTip(*table.viewport(), cell);
+    ASSERT_TRUE(tip);
+    EXPECT_EQ(tip->accessibleName(), QString(1500, 'x') + "[U+202E]end");
+    EXPECT_LE(tip->width(), window.screen()->availableGeometry().width());
+    EXPECT_GT(tip->width() * tip->height() /
+                  (tip->fontMetrics().horizontalAdvance("x") * tip->fontMetrics().height()),
+              1500)
+        << "there is room for all of it";
+    QTest::keyClick(&field, Qt::Key_Shift);
+    EXPECT_FALSE(tip->isVisible());
+    EXPECT_FALSE(toolTip(*table.viewport(), table.visualRect(table.model()->index(0, 0)))) << "it fits";
+    QLabel& line = label("statusMessage");
+    tip = toolTip(line, line.rect());
+    ASSERT_TRUE(tip);
+    EXPECT_EQ(tip->accessibleName().size(), 3000);
+}
+
+// In a right-to-left paragraph the W's would be on the left.
+TEST_F(MainWindowTest, pathsRunLeftToRightInEveryLayout) {
+    const std::string path = "/\xD7\x90....../WWWW"; // the first letter is Hebrew
+    writeItems("x," + path + ",,\n");
+    content.reloadData();
+    content.select(std::nullopt);
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QApplication::setLayoutDirection(direction);
+        content.reportFailure(path);
+        QCoreApplication::processEvents();
+        const QRect cell = table.visualRect(table.model()->index(0, 1)).adjusted(2, 0, -2, 0);
+        EXPECT_TRUE(isHeavierOnTheRight(table.viewport()->grab(cell).toImage())) << "table";
+        EXPECT_TRUE(isHeavierOnTheRight(label("statusMessage").grab().toImage())) << "status line";
+        EXPECT_TRUE(isHeavierOnTheRight(message.viewport()->grab().toImage())) << "dialog";
+    }
+    QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_F(MainWindowTest, settingsShowAndHideTheLines) {

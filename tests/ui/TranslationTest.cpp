@@ -44,6 +44,7 @@ TEST_F(TranslationTest, japaneseIsComplete) {
                                    "Search path",
                                    "Status",
                                    "Open or copy this path",
+                                   "Message",
                                    "Yes",
                                    "No"};
     collect(menus.settingsMenu([] {}), texts);

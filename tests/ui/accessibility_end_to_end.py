@@ -64,8 +64,10 @@ def query(text):
 
 
 def texts(role):
-    """All that can be read in the windows of a role."""
-    return [each.get_name() for each in shown(role)]
+    """All that can be read in the windows of a role: names, and what is in text boxes."""
+    boxes = [each.get_text_iface() for each in shown(role)]
+    contents = [Atspi.Text.get_text(box, 0, -1) for box in boxes if box]
+    return [each.get_name() for each in shown(role)] + contents
 
 
 def buttons():
