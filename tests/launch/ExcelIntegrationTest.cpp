@@ -21,7 +21,6 @@ LaunchItem item(std::string command) {
 class ExcelIntegrationTest : public LaunchFixture {
 protected:
     ExcelIntegrationTest() { setenv("TMPDIR", home.path("tmp").c_str(), 1); }
-    ~ExcelIntegrationTest() override { setenv("TMPDIR", temporaryBefore.c_str(), 1); }
 
     std::string openItem(const std::string& command, ExcelOpenMode mode) {
         return withCalls(outcomeText(excel.openItem(item(command), mode)));
@@ -48,7 +47,6 @@ protected:
         return made;
     }
 
-    std::string temporaryBefore = temporaryDirectory();
     std::string workbook = home.path("Book.XLSX");
     std::string copiesDirectory = home.path("tmp/kavendra-excel-readonly");
     std::set<std::string> knownCopies;

@@ -2,6 +2,10 @@
 
 #include "platform/desktop/GLibHandles.h"
 
+#include <sys/wait.h>
+
+#include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <mutex>
 #include <stdexcept>
@@ -9,25 +13,64 @@
 
 namespace kavendra {
 
+namespace {
+
+GDBusConnection* connectTo(const std::string& address) {
+    GDBusConnection* connection = g_dbus_connection_new_for_address_sync(
+        address.c_str(),
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+        nullptr, nullptr, nullptr);
+    if (!connection)
+        throw std::runtime_error("cannot connect to the test's bus");
+    return connection;
+}
+
+/// Returns the process id of the bus.
+pid_t processOfBus(const std::string& address) {
+    GDBusConnection* connection = connectTo(address);
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+        "GetConnectionUnixProcessID", g_variant_new("(s)", "org.freedesktop.DBus"), G_VARIANT_TYPE("(u)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    g_dbus_connection_close_sync(connection, nullptr, nullptr);
+    g_object_unref(connection);
+    if (!reply)
+        throw std::runtime_error("the test's bus does not know its process");
+    std::uint32_t process = 0;
+    g_variant_get(reply.get(), "(u)", &process);
+    return static_cast<pid_t>(process);
+}
+
+} // namespace
+
 struct TestBus::Daemon {
     GTestDBus* bus = g_test_dbus_new(G_TEST_DBUS_NONE);
     std::string addressBefore;
+    pid_t process = 0;
 };
 
 TestBus::TestBus() : daemon(std::make_unique<Daemon>()) {
     const char* before = std::getenv("DBUS_SESSION_BUS_ADDRESS");
     daemon->addressBefore = before ? before : "";
     g_test_dbus_up(daemon->bus);
+    daemon->process = processOfBus(address());
 }
 
 TestBus::~TestBus() {
+    kill(daemon->process, SIGCONT);
     g_test_dbus_down(daemon->bus);
+    waitpid(daemon->process, nullptr, 0); // GLib leaves it as a zombie
     g_object_unref(daemon->bus);
     setenv("DBUS_SESSION_BUS_ADDRESS", daemon->addressBefore.c_str(), 1);
 }
 
 std::string TestBus::address() const {
     return g_test_dbus_get_bus_address(daemon->bus);
+}
+
+void TestBus::stop() {
+    kill(daemon->process, SIGSTOP);
 }
 
 struct TestService::State {
@@ -42,7 +85,6 @@ struct TestService::State {
     std::vector<std::string> calls;
     std::thread thread;
 
-    void connect(const std::string& address);
     void provide();
     void take(GVariant* parameters, GDBusMethodInvocation* invocation);
 };
@@ -59,16 +101,6 @@ void TestService::State::take(GVariant* parameters, GDBusMethodInvocation* invoc
     case Manner::hanging:
         return g_object_unref(invocation);
     }
-}
-
-void TestService::State::connect(const std::string& address) {
-    connection = g_dbus_connection_new_for_address_sync(
-        address.c_str(),
-        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-        nullptr, nullptr, nullptr);
-    if (!connection)
-        throw std::runtime_error("cannot connect to the test's bus");
 }
 
 void TestService::State::provide() {
@@ -98,7 +130,7 @@ TestService::TestService(const TestBus& bus, const Description& description, Man
     state->description = description;
     state->manner = manner;
     state->answer = answer;
-    state->connect(bus.address());
+    state->connection = connectTo(bus.address());
     state->provide();
     state->thread = std::thread([loop = state->loop] { g_main_loop_run(loop); });
 }

@@ -18,6 +18,9 @@ public:
 
     std::string address() const;
 
+    /// Stops the bus as SIGSTOP does: connections are accepted, and nothing is answered while this lives.
+    void stop();
+
 private:
     struct Daemon;
     std::unique_ptr<Daemon> daemon;

@@ -1,10 +1,11 @@
+#include "tests/support/TestProgram.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char* argv[]) {
-    testing::InitGoogleTest(&argc, argv);
-    qputenv("QT_QPA_PLATFORM", "offscreen"); // real events, but no display needed
+    kavendra::prepareTests(argc, argv);
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -123,7 +123,6 @@ TEST(ColorSchemePortal, anAnswerThatComesTooLateTouchesNothing) {
 }
 
 TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSystem) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int argumentCount = 0;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <memory>
 
 namespace kavendra {
 
@@ -26,11 +27,17 @@ constexpr TestService::Description fileManagerService{
   </interface>
 </node>)"};
 
-/// Made before the first test, because GIO reads its surroundings once.
-TestDesktop& testDesktop() {
-    static TestDesktop desktop;
-    return desktop;
-}
+/// Makes the desktop before the first test of the program, because GIO reads its surroundings once.
+class DesktopForAllTests : public testing::Environment {
+public:
+    void SetUp() override { desktop = std::make_unique<TestDesktop>(); }
+    void TearDown() override { desktop.reset(); }
+
+    std::unique_ptr<TestDesktop> desktop;
+};
+
+const auto* const surroundingsOfAllTests =
+    static_cast<DesktopForAllTests*>(testing::AddGlobalTestEnvironment(new DesktopForAllTests));
 
 class FreedesktopDesktopTest : public testing::Test {
 protected:
@@ -41,7 +48,7 @@ protected:
         return application + "\t" + argument + "\n";
     }
 
-    TestDesktop& surroundings = testDesktop();
+    TestDesktop& surroundings = *surroundingsOfAllTests->desktop;
     TemporaryDirectory directory;
     Processes processes{{"PATH=/usr/bin:/bin", "MARK=a = b"}};
     FreedesktopDesktop desktop{processes};

@@ -15,7 +15,6 @@ TEST(QtAppearance, doesNothingWithoutAnApplication) {
 }
 
 TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     struct Pair {
@@ -52,7 +51,6 @@ TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
 }
 
 TEST(QtAppearance, systemGivesTheDesktopsPaletteBack) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     const QPalette before = QGuiApplication::palette();

@@ -12,7 +12,6 @@ TEST(QtClipboard, holdsPlainText) {
     ASSERT_EQ(QCoreApplication::instance(), nullptr);
     putOnClipboard("nothing happens without an application");
 
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     putOnClipboard("before");
