@@ -2,7 +2,9 @@
 
 #include "platform/desktop/SessionBus.h"
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
@@ -33,7 +35,13 @@ constexpr const char* interfaceDescription = R"(
   </interface>
 </node>)";
 
-constexpr int answerTimeoutMilliseconds = 1000;
+using Clock = std::chrono::steady_clock;
+
+/// Returns the milliseconds until then as GIO takes them, where 0 would be no limit.
+int timeUntil(Clock::time_point deadline) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    return std::max(1, static_cast<int>(left.count()));
+}
 
 /// Where the token stands: in the environment of a start, and in the data of a call. The first is preferred.
 struct TokenPlace {
@@ -74,7 +82,7 @@ public:
     ~BusInstance() override;
 
     /// Returns whether this process owns the name now; nothing when the bus does not say.
-    std::optional<bool> takeName();
+    std::optional<bool> takeName(Clock::time_point deadline);
 
 private:
     static void answer(GDBusConnection* connection, const char* sender, const char* path,
@@ -87,10 +95,11 @@ private:
 };
 
 /// Calls a method of the bus itself; returns the number that it answers with.
-std::optional<std::uint32_t> callBus(GDBusConnection* bus, const char* method, GVariant* parameters) {
+std::optional<std::uint32_t> callBus(GDBusConnection* bus, const char* method, GVariant* parameters,
+                                     Clock::time_point deadline) {
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, parameters,
-        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, answerTimeoutMilliseconds, nullptr, nullptr));
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, timeUntil(deadline), nullptr, nullptr));
     if (!reply)
         return std::nullopt;
     std::uint32_t number = 0;
@@ -110,15 +119,16 @@ BusInstance::BusInstance(GObjectHandle<GDBusConnection> sessionBus) : bus(std::m
 
 BusInstance::~BusInstance() {
     if (ownsName)
-        callBus(bus.get(), "ReleaseName", g_variant_new("(s)", busName));
+        callBus(bus.get(), "ReleaseName", g_variant_new("(s)", busName), Clock::now() + busTimeLimit);
     if (registration != 0)
         g_dbus_connection_unregister_object(bus.get(), registration);
 }
 
-std::optional<bool> BusInstance::takeName() {
+std::optional<bool> BusInstance::takeName(Clock::time_point deadline) {
     constexpr std::uint32_t doNotQueue = 4;   // DBUS_NAME_FLAG_DO_NOT_QUEUE
     constexpr std::uint32_t primaryOwner = 1; // DBUS_REQUEST_NAME_REPLY_PRIMARY_OWNER
-    const auto reply = callBus(bus.get(), "RequestName", g_variant_new("(su)", busName, doNotQueue));
+    const auto reply =
+        callBus(bus.get(), "RequestName", g_variant_new("(su)", busName, doNotQueue), deadline);
     if (!reply)
         return std::nullopt;
     ownsName = *reply == primaryOwner;
@@ -140,11 +150,11 @@ void BusInstance::answer(GDBusConnection*, const char*, const char*, const char*
 enum class Answer { wasAsked, refused, gone };
 
 /// Asks the process that owns the name to show its window.
-Answer askOwner(GDBusConnection* bus) {
+Answer askOwner(GDBusConnection* bus, Clock::time_point deadline) {
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus, busName, objectPath, interfaceName, "Activate", g_variant_new("(@a{sv})", ownPlatformData()),
-        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, answerTimeoutMilliseconds, nullptr, &error));
+        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, timeUntil(deadline), nullptr, &error));
     if (reply)
         return Answer::wasAsked;
     const auto is = [error](GDBusError code) { return g_error_matches(error, G_DBUS_ERROR, code); };
@@ -161,17 +171,22 @@ Answer askOwner(GDBusConnection* bus) {
 } // namespace
 
 std::unique_ptr<RunningInstance> becomeInstanceOnBus() {
+    const Clock::time_point deadline = Clock::now() + busTimeLimit;
     GObjectHandle<GDBusConnection> bus = sessionBus();
+    if (!bus)
+        giveUpSessionBus();
     if (!bus || isQtWithoutGLib())
         return std::make_unique<RunningInstance>();
     GDBusConnection* const connection = bus.get();
     auto instance = std::make_unique<BusInstance>(std::move(bus));
-    // Again when an owner was about to end; more often than this would be somebody's game.
+    // Retry a few times in case the owner is exiting.
     for (int attempt = 0; attempt < 3; ++attempt) {
-        const std::optional<bool> isOwner = instance->takeName();
+        const std::optional<bool> isOwner = instance->takeName(deadline);
+        if (!isOwner && Clock::now() >= deadline)
+            giveUpSessionBus();
         if (!isOwner || *isOwner)
             break;
-        const Answer answer = askOwner(connection);
+        const Answer answer = askOwner(connection, deadline);
         if (answer == Answer::wasAsked)
             return nullptr;
         if (answer == Answer::refused)

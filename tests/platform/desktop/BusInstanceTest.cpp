@@ -1,11 +1,12 @@
 #include "platform/desktop/BusInstance.h"
 
-#include "platform/desktop/GLibHandles.h"
+#include "platform/desktop/SessionBus.h"
 #include "tests/support/TestBus.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -87,6 +88,23 @@ TEST(BusInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
     EXPECT_FALSE(becomeInstanceOnBus());
     EXPECT_LT(Clock::now() - begin, 2s);
     EXPECT_EQ(other.calls().size(), 1U) << "it does it when it can";
+}
+
+TEST(BusInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
+    for (const bool isConnected : {false, true}) {
+        TestBus bus;
+        const auto connection = isConnected ? sessionBus() : nullptr;
+        bus.stop();
+        auto begin = Clock::now();
+        auto instance = becomeInstanceOnBus();
+        EXPECT_TRUE(instance);
+        EXPECT_LT(Clock::now() - begin, 1500ms);
+        begin = Clock::now();
+        instance.reset();
+        EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:") << "Qt would wait, too";
+        EXPECT_TRUE(isConnected || !sessionBus());
+        EXPECT_LT(Clock::now() - begin, 500ms) << "nobody waits a second time";
+    }
 }
 
 TEST(BusInstance, startsWhereNobodyCanBeAsked) {
