@@ -1,7 +1,6 @@
 #include "launch/ExcelIntegration.h"
 
 #include "platform/Files.h"
-#include "platform/Paths.h"
 #include "tests/launch/LaunchFixture.h"
 
 #include <set>
