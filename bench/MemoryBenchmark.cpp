@@ -86,8 +86,8 @@ std::size_t distinctTextSize(const ItemList& items) {
     std::size_t size = 0;
     for (std::size_t index = 0; index < items.size(); ++index)
         for (std::size_t column = 0; column < requiredColumns.size(); ++column)
-            if (texts.insert(items.value(index, column)).second)
-                size += items.value(index, column).size();
+            if (texts.insert(items.value(index, static_cast<ItemColumn>(column))).second)
+                size += items.value(index, static_cast<ItemColumn>(column)).size();
     return size;
 }
 

@@ -60,8 +60,8 @@ std::string generateWorkbook(std::size_t rows, WorkbookForm form) {
     SheetWriter writer(form);
     writer.row(requiredColumns);
     for (std::size_t index = 0; index < items.size(); ++index)
-        writer.row(
-            {items.value(index, 0), items.value(index, 1), items.value(index, 2), items.value(index, 3)});
+        writer.row({items.value(index, ItemColumn::title), items.value(index, ItemColumn::command),
+                    items.value(index, ItemColumn::params), items.value(index, ItemColumn::keywords)});
     return makeZip(zipEntries(workbookParts({writer.sheet}, writer.sharedStrings)));
 }
 

@@ -20,9 +20,10 @@ void searchForItsOwnWords(const ItemList& items) {
     require(index.matches(" ").size() == items.size());
     for (std::size_t item = 0; item < std::min<std::size_t>(items.size(), 8); ++item)
         for (std::size_t column = 0; column < requiredColumns.size(); ++column) {
-            const auto found = index.matches(items.value(item, column).substr(0, 64));
+            const auto found =
+                index.matches(items.value(item, static_cast<ItemColumn>(column)).substr(0, 64));
             require(std::ranges::is_sorted(found));
-            if (items.value(item, column).size() <= 64)
+            if (items.value(item, static_cast<ItemColumn>(column)).size() <= 64)
                 require(std::ranges::binary_search(found, item));
         }
 }

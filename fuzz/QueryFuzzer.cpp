@@ -19,9 +19,9 @@ std::string foldedPlainly(std::string_view text) {
 
 /// Returns whether the item's texts contain every word of the query, or its Katakana spelling.
 bool isKept(const ItemList& items, std::size_t item, std::string_view query) {
-    std::string joined(items.value(item, 0));
+    std::string joined(items.value(item, ItemColumn::title));
     for (std::size_t column = 1; column < requiredColumns.size(); ++column)
-        joined.append(" ").append(items.value(item, column));
+        joined.append(" ").append(items.value(item, static_cast<ItemColumn>(column)));
     const std::string searched = foldedPlainly(joined);
     const std::string words = foldedPlainly(query);
     return std::ranges::all_of(splitWords(words), [&](std::string_view word) {

@@ -14,8 +14,7 @@ MenuEntry payloadEntry(std::string_view title, bool isEnabled, Payload payload, 
                        action] { report((actions.*action)(payload)); }};
 }
 
-Menu copyMenu(const LaunchItem& item, const std::optional<std::string>& column,
-              const ItemMenuSource& source) {
+Menu copyMenu(const LaunchItem& item, std::optional<ItemColumn> column, const ItemMenuSource& source) {
     using enum LaunchItemCopyAction::Kind;
     Menu menu;
     for (const LaunchItemCopyAction& action :
@@ -37,7 +36,7 @@ Menu excelMenu(const LaunchItem& item, const ItemMenuSource& source) {
     return menu;
 }
 
-MenuEntry parentDirectoryEntry(const LaunchItem& item, const std::optional<std::string>& column,
+MenuEntry parentDirectoryEntry(const LaunchItem& item, std::optional<ItemColumn> column,
                                const ItemMenuSource& source) {
     const ParentDirectoryActionPayload payload{item, column};
     return payloadEntry("Open Parent Directory", parentDirectoryOf(payload).has_value(), payload, source,
@@ -55,10 +54,9 @@ MenuEntry dataFileEntry(const LaunchItem& item, const ItemMenuSource& source) {
 
 } // namespace
 
-Menu itemMenu(const LaunchItem& item, const std::optional<std::string>& clickedColumnIdentifier,
-              const ItemMenuSource& source) {
-    Menu menu{parentDirectoryEntry(item, clickedColumnIdentifier, source),
-              {.title = "Copy to Clipboard", .submenu = copyMenu(item, clickedColumnIdentifier, source)},
+Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn, const ItemMenuSource& source) {
+    Menu menu{parentDirectoryEntry(item, clickedColumn, source),
+              {.title = "Copy to Clipboard", .submenu = copyMenu(item, clickedColumn, source)},
               {.title = "Open in Excel", .submenu = excelMenu(item, source)},
               menuSeparator(),
               dataFileEntry(item, source),

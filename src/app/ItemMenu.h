@@ -18,10 +18,9 @@ struct ItemMenuSource {
     std::function<void()> openDataDirectory;
 };
 
-/// Returns the menu of a row. `clickedColumnIdentifier` is none when it was opened in no column. What is
+/// Returns the menu of a row. `clickedColumn` is none when it was opened in no column. What is
 /// enabled is decided now; what an action acts on, when it is chosen.
-Menu itemMenu(const LaunchItem& item, const std::optional<std::string>& clickedColumnIdentifier,
-              const ItemMenuSource& source);
+Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn, const ItemMenuSource& source);
 
 /// Returns the menu of the table where it has no row.
 Menu generalMenu(const ItemMenuSource& source);

@@ -21,9 +21,8 @@ Menu WindowMenus::searchPathMenu() {
                                     {searchPathActions, excel, report()});
 }
 
-Menu WindowMenus::itemMenu(const LaunchItem& item,
-                           const std::optional<std::string>& clickedColumnIdentifier) {
-    return kavendra::itemMenu(item, clickedColumnIdentifier, itemMenuSource());
+Menu WindowMenus::itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn) {
+    return kavendra::itemMenu(item, clickedColumn, itemMenuSource());
 }
 
 Menu WindowMenus::generalMenu() {

@@ -23,8 +23,8 @@ public:
     bool hasSearchPath() const;
     Menu searchPathMenu();
 
-    /// `clickedColumnIdentifier` is none when the menu is opened in no column.
-    Menu itemMenu(const LaunchItem& item, const std::optional<std::string>& clickedColumnIdentifier);
+    /// `clickedColumn` is none when the menu is opened in no column.
+    Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
     /// For where the table has no row.
     Menu generalMenu();
     /// `chooseDataDirectory` is to let the person choose one, and to call changeDataDirectory with it.

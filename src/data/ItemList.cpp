@@ -35,24 +35,20 @@ LaunchItem ItemList::operator[](std::size_t index) const {
     std::size_t rowInBlock = 0;
     const ItemBlock& block = blockOf(index, rowInBlock);
     const ItemRow& row = block.rows[rowInBlock];
-    const auto text = [&](std::size_t column) { return std::string(block.value(row, column)); };
-    return {.id = id(index),
-            .title = text(0),
-            .command = text(1),
-            .params = text(2),
-            .keywords = text(3),
-            .source = block.source};
+    LaunchItem item;
+    item.id = id(index);
+    item.source = block.source;
+    for (std::size_t column = 0; column < row.size(); ++column)
+        item.*itemColumns[column].field = block.value(row, column);
+    return item;
 }
 
-std::string_view ItemList::value(std::size_t index, std::size_t column) const {
+std::string_view ItemList::value(std::size_t index, ItemColumn column) const {
     std::size_t rowInBlock = 0;
     const ItemBlock& block = blockOf(index, rowInBlock);
-    return block.value(block.rows[rowInBlock], column);
-}
-
-std::string_view ItemList::source(std::size_t index) const {
-    std::size_t rowInBlock = 0;
-    return blockOf(index, rowInBlock).source;
+    if (column == ItemColumn::source)
+        return block.source;
+    return block.value(block.rows[rowInBlock], static_cast<std::size_t>(column));
 }
 
 UUID ItemList::id(std::size_t index) const {

@@ -44,9 +44,8 @@ public:
     /// The item at `index`, which is below size().
     LaunchItem operator[](std::size_t index) const;
 
-    /// The text of one column (an index into requiredColumns); valid while the list is.
-    std::string_view value(std::size_t index, std::size_t column) const;
-    std::string_view source(std::size_t index) const;
+    /// Returns the text of one column of the item at `index`; valid while the list exists.
+    std::string_view value(std::size_t index, ItemColumn column) const;
 
     UUID id(std::size_t index) const;
     /// The index of the item with that identity, or nothing when it is of another load.

@@ -20,7 +20,11 @@ std::string commandLineOf(const LaunchItem& item) {
 }
 
 std::string rowOf(const LaunchItem& item) {
-    return item.title + '\t' + item.command + '\t' + item.params + '\t' + item.keywords + '\t' + item.source;
+    std::string row;
+    for (const ItemColumnProperties& column : itemColumns)
+        row.append(item.*column.field) += '\t';
+    row.pop_back();
+    return row;
 }
 
 } // namespace
@@ -41,7 +45,7 @@ std::string copyTextOf(const CopyActionPayload& payload) {
     const auto& [item, action] = payload;
     switch (action.kind) {
     case LaunchItemCopyAction::cellValue:
-        return std::string(columnValue(item, action.columnIdentifier.value_or("")));
+        return action.column ? std::string(columnValue(item, *action.column)) : std::string();
     case LaunchItemCopyAction::commandToExecute:
         return commandLineOf(item);
     case LaunchItemCopyAction::row:
@@ -52,7 +56,7 @@ std::string copyTextOf(const CopyActionPayload& payload) {
 
 std::optional<std::string> parentDirectoryOf(const ParentDirectoryActionPayload& payload) {
     std::optional<std::string> path;
-    if (payload.clickedColumnIdentifier == "Params")
+    if (payload.clickedColumn == ItemColumn::params)
         path = existingPathOf(payload.item.params);
     if (!path)
         path = existingPathOf(payload.item.command);

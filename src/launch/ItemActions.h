@@ -20,7 +20,7 @@ struct LaunchItemCopyAction {
         row               ///< all fields with tabs between them
     };
     Kind kind;
-    std::optional<std::string> columnIdentifier = {}; ///< of the cell; none copies nothing
+    std::optional<ItemColumn> column = {}; ///< of the cell; none copies nothing
 };
 
 std::string_view menuTitle(const LaunchItemCopyAction& action);
@@ -32,7 +32,7 @@ struct CopyActionPayload {
 };
 struct ParentDirectoryActionPayload {
     LaunchItem item;
-    std::optional<std::string> clickedColumnIdentifier;
+    std::optional<ItemColumn> clickedColumn;
 };
 struct ExcelActionPayload {
     LaunchItem item;

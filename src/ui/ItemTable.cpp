@@ -28,11 +28,9 @@ constexpr int minimumColumnWidth = 48;
 constexpr int rowPadding = 10; ///< above and below the text of a row, together
 constexpr double widthTolerance = 0.5;
 
-/// Returns what identifies a column, nothing for the place where there is none.
-std::optional<std::string> columnIdentifier(int column) {
-    if (column < 0)
-        return std::nullopt;
-    return itemColumns[static_cast<std::size_t>(column)].identifier;
+/// Returns the column at an index of the table, nothing for a negative one.
+std::optional<ItemColumn> columnAtIndex(int index) {
+    return index < 0 ? std::nullopt : std::optional(static_cast<ItemColumn>(index));
 }
 
 } // namespace
@@ -92,8 +90,7 @@ void ItemTable::paintEvent(QPaintEvent* event) {
 void ItemTable::applyColumnWidths(const ColumnWidths& widths) {
     const QScopedValueRollback applying(isApplyingColumnWidths, true);
     for (int column = 0; column < rowsModel.columnCount(); ++column) {
-        const auto stored =
-            widths.find(std::string_view(itemColumns[static_cast<std::size_t>(column)].identifier));
+        const auto stored = widths.find(itemColumns[static_cast<std::size_t>(column)].identifier);
         if (stored == widths.end() || std::abs(columnWidth(column) - stored->second) <= widthTolerance)
             continue;
         const double width =
@@ -226,7 +223,7 @@ void ItemTable::showMenuAt(const QPoint& position) {
         return showMenu(generalMenuProvider(), *this, global);
     selectOnly(row);
     const int column = columnAt(position.x());
-    showMenu(itemMenuProvider(rowsModel.item(row), columnIdentifier(column)), *this, global);
+    showMenu(itemMenuProvider(rowsModel.item(row), columnAtIndex(column)), *this, global);
 }
 
 void ItemTable::showMenuOfSelectedRow() {
@@ -273,7 +270,7 @@ void ItemTable::reportResizedColumns() {
     const auto repeated = std::ranges::unique(resizedColumns);
     resizedColumns.erase(repeated.begin(), repeated.end());
     for (const int column : std::exchange(resizedColumns, {})) {
-        const std::string identifier = itemColumns[static_cast<std::size_t>(column)].identifier;
+        const std::string identifier(itemColumns[static_cast<std::size_t>(column)].identifier);
         const double width = columnWidth(column);
         QMetaObject::invokeMethod(
             this, [this, identifier, width] { onColumnWidthChange(identifier, width); },

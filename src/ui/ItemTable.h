@@ -22,8 +22,7 @@ public:
     std::function<void(const std::string& columnIdentifier, double width)> onColumnWidthChange;
 
     /// Asked for the menu of a row; there is no column when it was opened outside all of them or by a key.
-    std::function<Menu(const LaunchItem&, const std::optional<std::string>& columnIdentifier)>
-        itemMenuProvider;
+    std::function<Menu(const LaunchItem&, std::optional<ItemColumn> column)> itemMenuProvider;
     /// Asked for the menu of where there is no row.
     std::function<Menu()> generalMenuProvider;
 

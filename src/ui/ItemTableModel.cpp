@@ -26,9 +26,7 @@ UUID ItemTableModel::itemID(int row) const {
 }
 
 std::string_view ItemTableModel::text(int row, int column) const {
-    const auto field = static_cast<std::size_t>(column);
-    return field < requiredColumns.size() ? items->list.value(itemIndex(row), field)
-                                          : items->list.source(itemIndex(row));
+    return items->list.value(itemIndex(row), static_cast<ItemColumn>(column));
 }
 
 Qt::LayoutDirection ItemTableModel::textDirection(int column, const QString& text) {
@@ -58,7 +56,7 @@ QVariant ItemTableModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation != Qt::Horizontal)
         return {};
     if (role == Qt::DisplayRole)
-        return QString::fromUtf8(itemColumns[static_cast<std::size_t>(section)].title);
+        return QString::fromUtf8(itemColumns[static_cast<std::size_t>(section)].headerTitle);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter);
     return {};

@@ -6,22 +6,6 @@
 
 namespace kavendra {
 
-/// What the table shows in one column.
-struct ItemColumn {
-    const char* identifier; ///< names the field, and the column in the state file
-    const char* title;
-    int initialWidth; ///< in points
-    bool isProse;     ///< runs as its letters do; commands, params and file names run left to right
-};
-
-inline constexpr std::array<ItemColumn, 5> itemColumns{{
-    {"Title", "Title", 240, true},
-    {"Command", "Command / Path", 320, false},
-    {"Params", "Params", 240, false},
-    {"Keywords", "Keywords", 220, true},
-    {"Source", "Source", 120, false},
-}};
-
 /// The filtered items as a table: a row is an index into the items, a text is made when a cell is painted.
 class ItemTableModel final : public QAbstractTableModel {
 public:

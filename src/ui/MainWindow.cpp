@@ -141,7 +141,7 @@ void MainWindow::wire() {
     table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
         content.updateColumnWidth(columnIdentifier, width);
     };
-    table->itemMenuProvider = [this](const LaunchItem& item, const std::optional<std::string>& column) {
+    table->itemMenuProvider = [this](const LaunchItem& item, std::optional<ItemColumn> column) {
         return menus.itemMenu(item, column);
     };
     table->generalMenuProvider = [this] { return menus.generalMenu(); };

@@ -6,7 +6,7 @@ namespace kavendra {
 
 namespace {
 
-using Column = std::optional<std::string>;
+using Column = std::optional<ItemColumn>;
 
 class ItemMenuTest : public LaunchFixture {
 protected:
@@ -34,11 +34,11 @@ protected:
 TEST_F(ItemMenuTest, enablesWhatTheRowIsGoodFor) {
     const std::string noExcel = "Open in Excel [(Read-Only), (New Session), (New Session + Read-Only)], -, ";
     const std::string end = ", -, Reload Data Files, Open Data Directory";
-    EXPECT_EQ(menuText(menu(item("~/notes.txt"), "Command")),
+    EXPECT_EQ(menuText(menu(item("~/notes.txt"), ItemColumn::command)),
               "Open Parent Directory, "
               "Copy to Clipboard [Copy Command to Execute, Copy Cell Value, Copy Row], " +
                   noExcel + "Open Data File (my items.csv)" + end);
-    EXPECT_EQ(menuText(menu(item("", "", "(Built-in)"), "Command")),
+    EXPECT_EQ(menuText(menu(item("", "", "(Built-in)"), ItemColumn::command)),
               "(Open Parent Directory), "
               "Copy to Clipboard [(Copy Command to Execute), (Copy Cell Value), Copy Row], " +
                   noExcel + "(Open Data File ((Built-in)))" + end);
@@ -69,14 +69,14 @@ TEST_F(ItemMenuTest, copiesWhatTheActionSays) {
         EXPECT_EQ(chosen(menu(item(c.command, c.params)), "Copy Command to Execute"), c.copied);
 
     const LaunchItem row = item(" a\tb ", "line\nbreak");
-    for (const auto& [column, copied] : std::map<std::string, std::string>{{"Title", "Title"},
-                                                                           {"Command", " a\tb "},
-                                                                           {"Params", "line\nbreak"},
-                                                                           {"Keywords", "key words"},
-                                                                           {"Source", "my items.csv"}})
+    for (const auto& [column, copied] :
+         std::map<ItemColumn, std::string>{{ItemColumn::title, "Title"},
+                                           {ItemColumn::command, " a\tb "},
+                                           {ItemColumn::params, "line\nbreak"},
+                                           {ItemColumn::keywords, "key words"},
+                                           {ItemColumn::source, "my items.csv"}})
         EXPECT_EQ(chosen(menu(row, column), "Copy Cell Value"), "Copied Cell Value; copyText " + copied);
-    for (const Column& none : {Column("title"), Column("Title "), Column()})
-        EXPECT_EQ(chosen(menu(row, none), "Copy Cell Value"), "Nothing to copy");
+    EXPECT_EQ(chosen(menu(row), "Copy Cell Value"), "Nothing to copy");
     EXPECT_EQ(chosen(menu(row), "Copy Row"),
               "Copied Row; copyText Title\t a\tb \tline\nbreak\tkey words\tmy items.csv");
     EXPECT_EQ(chosen(menu(LaunchItem{}), "Copy Row"), "Copied Row; copyText \t\t\t\t");
@@ -92,16 +92,16 @@ TEST_F(ItemMenuTest, opensTheDirectoryOfWhatTheRowNames) {
     };
     for (const Case& c : {
              Case{" ~/notes.txt ", "", std::nullopt, opened + home.path()},
-             Case{notes, inner, "Command", opened + home.path()},
-             Case{notes, inner, "Params", opened + folder},
+             Case{notes, inner, ItemColumn::command, opened + home.path()},
+             Case{notes, inner, ItemColumn::params, opened + folder},
              Case{notes, inner, std::nullopt, opened + home.path()},
-             Case{notes, "~/missing", "Params", opened + home.path()},
-             Case{"tool", inner, "Params", opened + folder},
-             Case{"tool", inner, "Title", none},
-             Case{inner + "/", "", "Source", opened + folder},
-             Case{"/", "", "Command", opened + "/"},
-             Case{"\"" + notes + "\"", "", "Command", none},
-             Case{"", "", "Params", none},
+             Case{notes, "~/missing", ItemColumn::params, opened + home.path()},
+             Case{"tool", inner, ItemColumn::params, opened + folder},
+             Case{"tool", inner, ItemColumn::title, none},
+             Case{inner + "/", "", ItemColumn::source, opened + folder},
+             Case{"/", "", ItemColumn::command, opened + "/"},
+             Case{"\"" + notes + "\"", "", ItemColumn::command, none},
+             Case{"", "", ItemColumn::params, none},
          }) {
         SCOPED_TRACE(c.command + " | " + c.params);
         EXPECT_EQ(chosen(menu(item(c.command, c.params), c.column), "Open Parent Directory"), c.outcome);

@@ -31,16 +31,16 @@ protected:
 TEST_F(WindowMenusTest, aRowsActionReportsAStatusOrAFailure) {
     const LaunchItem gamma = content.filteredItems()[2]; // its command is "/"
     const std::string logBefore = log();
-    choose(menus.itemMenu(gamma, "Title"), "Open Data File (items.csv)");
+    choose(menus.itemMenu(gamma, ItemColumn::title), "Open Data File (items.csv)");
     EXPECT_EQ(status(), "Opened source file");
     EXPECT_THAT(desktop.calls, ElementsAre("openFile " + configuration.path("data/items.csv")));
-    choose(menus.itemMenu(LaunchItem{}, "Title"), "Copy Cell Value");
+    choose(menus.itemMenu(LaunchItem{}, ItemColumn::title), "Copy Cell Value");
     EXPECT_EQ(status(), "Nothing to copy");
     EXPECT_EQ(dialogText(), "no dialog");
     EXPECT_EQ(log(), logBefore) << "neither successes nor what had no target are logged";
 
     desktop.accepts = false;
-    choose(menus.itemMenu(gamma, "Title"), "Open Parent Directory");
+    choose(menus.itemMenu(gamma, ItemColumn::title), "Open Parent Directory");
     EXPECT_EQ(dialogText(), "Failed to open in Finder: /");
     EXPECT_THAT(log(), EndsWith("] Failed to open in Finder: /\n"));
 }

@@ -30,10 +30,10 @@ TEST(ItemList, FindsItemsThroughAllBlocksInOrder) {
 
     std::string titles;
     for (std::size_t i = 0; i < list.size(); ++i) {
-        titles += list.value(i, 0);
-        EXPECT_EQ(list.source(i), i < 2 ? "first" : "second");
-        EXPECT_EQ(list[i].title, list.value(i, 0));
-        EXPECT_EQ(list[i].source, list.source(i));
+        titles += list.value(i, ItemColumn::title);
+        EXPECT_EQ(list.value(i, ItemColumn::source), i < 2 ? "first" : "second");
+        EXPECT_EQ(list[i].title, list.value(i, ItemColumn::title));
+        EXPECT_EQ(list[i].source, list.value(i, ItemColumn::source));
         EXPECT_EQ(list[i].command, "");
     }
     EXPECT_EQ(titles, "abcde");
