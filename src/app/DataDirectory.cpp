@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "base/TextDecoding.h"
-#include "data/LaunchError.h"
+#include "data/DataErrors.h"
 #include "data/csv/CSVReader.h"
 #include "data/workbook/WorkbookReader.h"
 #include "platform/Files.h"
@@ -33,7 +33,7 @@ Result<void> ensureDataDirectory(const std::string& path) {
 
 Result<std::vector<std::string>> listDataFiles(const std::string& path) {
     if (!isDirectory(path))
-        return std::unexpected(LaunchError{LaunchError::dataDirectoryNotFound, path});
+        return LaunchError::dataDirectoryNotFound(path);
     auto names = listDirectory(path);
     if (!names)
         return std::unexpected(names.error());
@@ -84,8 +84,7 @@ Result<ItemBlock> loadDataFile(const std::string& file, std::string sourceName,
 
 Result<ByteBuffer> readCSVText(const std::string& file) {
     const auto failure = [&file](std::string_view what) {
-        return std::unexpected(
-            LaunchError{LaunchError::invalidCSVFormat, std::string(lastPathComponent(file)).append(what)});
+        return LaunchError::invalidCSVFormat(std::string(lastPathComponent(file)).append(what));
     };
     auto bytes = readFile(file, maximumDataFileSize);
     if (!bytes)

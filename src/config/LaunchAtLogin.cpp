@@ -1,14 +1,10 @@
 #include "config/LaunchAtLogin.h"
 
-#include "data/LaunchError.h"
+#include "config/ConfigErrors.h"
 
 namespace kavendra {
 
 namespace {
-
-std::unexpected<Error> failure(const std::string& reason) {
-    return std::unexpected<Error>(LaunchError{LaunchError::startupRegistrationFailed, reason});
-}
 
 Result<std::string> messageFor(StartupRegistrationStatus status) {
     switch (status) {
@@ -19,7 +15,7 @@ Result<std::string> messageFor(StartupRegistrationStatus status) {
     case StartupRegistrationStatus::requiresApproval:
         return "Launch at login requires approval in System Settings";
     case StartupRegistrationStatus::notFound:
-        return failure("App service not found");
+        return LaunchError::startupRegistrationFailed("App service not found");
     }
     return "Updated launch at login"; // of a status that a later desktop may add
 }
@@ -42,7 +38,7 @@ StartupChange changeStartupRegistration(Desktop& desktop, StartupRegistrationAct
                                      : desktop.unregisterLoginItem();
     const StartupRegistrationStatus status = desktop.loginItemStatus();
     if (!changed)
-        return {status, failure(changed.error().description)};
+        return {status, LaunchError::startupRegistrationFailed(changed.error().description)};
     return {status, messageFor(status)};
 }
 

@@ -1,8 +1,8 @@
 #include "config/SettingsFile.h"
 
+#include "config/ConfigErrors.h"
 #include "config/JSONFile.h"
 #include "config/StateFile.h"
-#include "data/LaunchError.h"
 #include "data/SampleDataFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -151,7 +151,7 @@ Result<LaunchSettings> loadSettings(const std::string& configurationDirectory) {
     const auto object = readJSONObject(path);
     LaunchSettings settings;
     if (!object || !readSettings(*object, settings))
-        return std::unexpected(LaunchError{LaunchError::settingsFileInvalid, path});
+        return LaunchError::settingsFileInvalid(path);
     return settings;
 }
 

@@ -1,7 +1,7 @@
 #include "config/StateFile.h"
 
+#include "config/ConfigErrors.h"
 #include "config/JSONFile.h"
-#include "data/LaunchError.h"
 #include "platform/Paths.h"
 
 #include <nlohmann/json.hpp>
@@ -41,7 +41,7 @@ Result<LaunchState> loadState(const std::string& configurationDirectory) {
         if (auto widths = readWidths(*member))
             return LaunchState{std::move(*widths)};
     }
-    return std::unexpected(LaunchError{LaunchError::stateFileInvalid, path});
+    return LaunchError::stateFileInvalid(path);
 }
 
 Result<void> writeState(const std::string& configurationDirectory, const LaunchState& state) {

@@ -2,7 +2,7 @@
 
 #include "base/Text.h"
 #include "base/TextDecoding.h"
-#include "data/LaunchError.h"
+#include "launch/LaunchErrors.h"
 #include "launch/Params.h"
 #include "launch/WebAddress.h"
 #include "platform/ExecutableSearch.h"
@@ -14,10 +14,6 @@
 namespace kavendra {
 
 namespace {
-
-std::unexpected<Error> failure(LaunchError::Case kind, std::string_view payload) {
-    return std::unexpected<Error>(LaunchError{kind, std::string(payload)});
-}
 
 /// Returns the kind when the launch went well.
 Result<std::string_view> outcome(std::string_view kind, const Result<void>& launched) {
@@ -31,8 +27,7 @@ Result<void> success(const ProgramOutcome& end, const std::string& name) {
     if (end.succeeded)
         return {};
     const std::string& words = end.standardError;
-    return failure(LaunchError::scriptExecutionFailed,
-                   isValidUTF8(words) ? trimmed(words) : std::string_view(name));
+    return LaunchError::scriptExecutionFailed(isValidUTF8(words) ? trimmed(words) : std::string_view(name));
 }
 
 } // namespace
@@ -64,7 +59,7 @@ bool Launcher::isApplicationBundle(const std::string& path) {
 Result<void> Launcher::openWebAddressWithApplication(const std::string& url,
                                                      const std::string& applicationPath) {
     if (!exists(applicationPath) && !isApplicationBundle(applicationPath))
-        return failure(LaunchError::applicationNotFound, applicationPath);
+        return LaunchError::applicationNotFound(applicationPath);
     desktop.openURLWithApplication(url, applicationPath, [logLine = appendLogLine, applicationPath] {
         logLine("Failed to open URL with application: " + applicationPath);
     });
@@ -73,26 +68,26 @@ Result<void> Launcher::openWebAddressWithApplication(const std::string& url,
 
 Result<void> Launcher::openWebAddress(const std::string& url, std::string_view asTyped) {
     if (!desktop.openURL(url))
-        return failure(LaunchError::invalidURL, asTyped);
+        return LaunchError::invalidURL(asTyped);
     return {};
 }
 
 Result<void> Launcher::openExistingFile(const std::string& path) {
     if (!desktop.openFile(path))
-        return failure(LaunchError::commandNotFound, path);
+        return LaunchError::commandNotFound(path);
     return {};
 }
 
 Result<void> Launcher::showDirectoryInFinder(const std::string& path) {
     if (!desktop.showDirectory(path))
-        return failure(LaunchError::failedToOpenInFinder, path);
+        return LaunchError::failedToOpenInFinder(path);
     return {};
 }
 
 Result<void> Launcher::runCommand(const std::string& command, std::string_view params) {
     const auto executable = resolveExecutable(command, processes.variable("PATH"));
     if (!executable)
-        return failure(LaunchError::commandNotFound, command);
+        return LaunchError::commandNotFound(command);
     auto arguments = splitParams(params);
     if (!arguments)
         return std::unexpected(std::move(arguments.error()));

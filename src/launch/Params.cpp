@@ -1,7 +1,7 @@
 #include "launch/Params.h"
 
 #include "base/Text.h"
-#include "data/LaunchError.h"
+#include "launch/LaunchErrors.h"
 
 #include <utility>
 
@@ -33,7 +33,7 @@ Result<std::vector<std::string>> splitParams(std::string_view params) {
             token += next;
     }
     if (openQuote)
-        return std::unexpected<Error>(LaunchError{LaunchError::unterminatedQuote});
+        return LaunchError::unterminatedQuote();
     endToken();
     return tokens;
 }

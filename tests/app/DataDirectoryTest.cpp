@@ -1,6 +1,5 @@
 #include "app/DataDirectory.h"
 
-#include "data/LaunchError.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/Limits.h"
 #include "tests/support/WorkbookWriter.h"

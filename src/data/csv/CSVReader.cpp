@@ -1,7 +1,7 @@
 #include "data/csv/CSVReader.h"
 
 #include "base/Text.h"
-#include "data/LaunchError.h"
+#include "data/DataErrors.h"
 #include "data/csv/CSVTokenizer.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@ constexpr std::size_t maximumHeaderLine = std::size_t{64} << 10;
 
 constexpr std::uint8_t notRequired = 0xFF;
 
-const LaunchError unterminatedQuote{LaunchError::invalidCSVFormat, "unterminated quote"};
+constexpr std::string_view unterminatedQuote = "unterminated quote";
 
 class RowCollector {
 public:
@@ -166,34 +166,31 @@ private:
 Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text) {
     RowCollector collector(text);
     if (!tokenizeCSV(collector.text.data(), collector.text.size(), collector))
-        return std::unexpected(unterminatedQuote);
+        return LaunchError::invalidCSVFormat(unterminatedQuote);
     return std::move(collector.rows);
 }
 
 Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
                                const LogLine& appendLogLine) {
     if (text.size() > maximumTextSize)
-        return std::unexpected(
-            LaunchError{LaunchError::invalidCSVFormat, std::string(fileName) + ": failed to read file"});
+        return LaunchError::invalidCSVFormat(std::string(fileName) + ": failed to read file");
 
     ItemCollector collector(text);
     if (!tokenizeCSV(text.data(), text.size(), collector)) {
         // No row ends behind the quote, so it stands in the row that did not end.
         appendLogLine("CSV unterminated quote (" + std::string(fileName) + "): opened in row " +
                       std::to_string(collector.rowsRead + 1));
-        return std::unexpected(unterminatedQuote);
+        return LaunchError::invalidCSVFormat(unterminatedQuote);
     }
     if (collector.hasHeader) {
         // Only a text that could be split to its end has a header to report.
         appendLogLine("CSV headers (" + std::string(fileName) + "): " + collector.headerLine);
         if (const auto missing = collector.missingColumn())
-            return std::unexpected(LaunchError{LaunchError::missingRequiredColumns,
-                                               std::string(fileName) + ": " + std::string(*missing)});
+            return LaunchError::missingRequiredColumns(std::string(fileName) + ": " + std::string(*missing));
     }
     if (collector.hasTooManyItems)
-        return std::unexpected(
-            LaunchError{LaunchError::invalidCSVFormat,
-                        std::string(fileName) + ": more than " + std::to_string(maximumItems) + " rows"});
+        return LaunchError::invalidCSVFormat(std::string(fileName) + ": more than " +
+                                             std::to_string(maximumItems) + " rows");
     return ItemBlock{
         .text = std::move(text), .rows = std::move(collector.rows), .source = std::move(sourceName)};
 }

@@ -1,6 +1,6 @@
 #include "data/workbook/WorkbookReader.h"
 
-#include "data/LaunchError.h"
+#include "data/DataErrors.h"
 #include "data/workbook/ExcelSharedStringsParser.h"
 #include "data/workbook/ExcelWorkbookParser.h"
 #include "data/workbook/ExcelWorksheetParser.h"
@@ -110,9 +110,7 @@ void logHeader(const ParsedExcelSheet& sheet, std::string_view fileName, const L
 }
 
 std::unexpected<Error> invalid(std::string_view fileName, const Error& error) {
-    const LaunchError failure{LaunchError::invalidExcelFormat,
-                              std::string(fileName) + ": " + error.description};
-    return std::unexpected<Error>(failure);
+    return LaunchError::invalidExcelFormat(std::string(fileName) + ": " + error.description);
 }
 
 Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view fileName,
@@ -128,7 +126,7 @@ Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view 
     for (const ParsedExcelSheet& sheet : *sheets)
         logHeader(sheet, fileName, appendLogLine);
     if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported))
-        return std::unexpected(LaunchError{LaunchError::missingSupportedWorksheet, std::string(fileName)});
+        return LaunchError::missingSupportedWorksheet(fileName);
     content.text.shrinkToFit();
     return ItemBlock{
         .text = std::move(content.text), .rows = std::move(content.items), .source = std::move(sourceName)};
@@ -140,7 +138,7 @@ Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceN
                                     const LogLine& appendLogLine) {
     auto opened = openRegularFile(file, workbookLimits::fileSize);
     if (!opened) // the system's reason names the file
-        return std::unexpected(LaunchError{LaunchError::invalidExcelFormat, opened.error().description});
+        return LaunchError::invalidExcelFormat(opened.error().description);
     return readArchive(WorkbookArchive::open(std::move(*opened)), lastPathComponent(file),
                        std::move(sourceName), appendLogLine);
 }
