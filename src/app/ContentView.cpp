@@ -22,7 +22,7 @@ void ContentView::appear() {
     // A load that stopped early has not come to these.
     applyAppearance();
     ensureSelection();
-    current.startupRegistrationStatus = desktop.loginItemStatus();
+    current.startupRegistrationStatus = desktop.launchAtLoginStatus();
     stateChanged();
 }
 

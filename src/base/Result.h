@@ -6,7 +6,8 @@
 
 namespace kavendra {
 
-/// A failure, ready to be shown: one line that names what failed and why.
+/// A failure, as text for the user: what failed and why. It may have several lines, for example a program's
+/// standard error.
 struct Error {
     std::string description;
 };

@@ -34,9 +34,9 @@ std::string_view confirmationMessage(StartupRegistrationAction action) {
 
 StartupChange changeStartupRegistration(Desktop& desktop, StartupRegistrationAction action) {
     const Result<void> changed = action == StartupRegistrationAction::registerApp
-                                     ? desktop.registerLoginItem()
-                                     : desktop.unregisterLoginItem();
-    const StartupRegistrationStatus status = desktop.loginItemStatus();
+                                     ? desktop.enableLaunchAtLogin()
+                                     : desktop.disableLaunchAtLogin();
+    const StartupRegistrationStatus status = desktop.launchAtLoginStatus();
     if (!changed)
         return {status, LaunchError::startupRegistrationFailed(changed.error().description)};
     return {status, messageFor(status)};

@@ -60,9 +60,8 @@ Result<void> Launcher::openWebAddressWithApplication(const std::string& url,
                                                      const std::string& applicationPath) {
     if (!exists(applicationPath) && !isApplicationBundle(applicationPath))
         return LaunchError::applicationNotFound(applicationPath);
-    desktop.openURLWithApplication(url, applicationPath, [logLine = appendLogLine, applicationPath] {
-        logLine("Failed to open URL with application: " + applicationPath);
-    });
+    if (!desktop.openURLWithApplication(url, applicationPath))
+        appendLogLine("Failed to open URL with application: " + applicationPath);
     return {};
 }
 

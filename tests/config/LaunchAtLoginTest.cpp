@@ -43,8 +43,9 @@ TEST(LaunchAtLogin, theOutcomeFollowsThePlatformsAnswerAndTheStatusAfterIt) {
             const auto [status, told] = changeStartupRegistration(desktop, action);
             EXPECT_EQ(status, after);
             EXPECT_EQ(told ? *told : "! " + told.error().description, message);
-            EXPECT_EQ(desktop.calls, std::vector<std::string>{action == registerApp ? "registerLoginItem"
-                                                                                    : "unregisterLoginItem"});
+            EXPECT_EQ(desktop.calls,
+                      std::vector<std::string>{action == registerApp ? "enableLaunchAtLogin"
+                                                                     : "disableLaunchAtLogin"});
         }
 }
 

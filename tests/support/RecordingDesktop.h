@@ -8,27 +8,25 @@
 
 namespace kavendra {
 
-/// Opens nothing: keeps what it is asked as texts, and answers `accepts`.
+/// Opens nothing: records each call as text; calls succeed while `accepts` is true.
 class RecordingDesktop : public Desktop {
 public:
-    bool openURL(const std::string& url) override { return answer("openURL " + url); }
-    bool openFile(const std::string& path) override { return answer("openFile " + path); }
+    Result<void> openURL(const std::string& url) override { return answer("openURL " + url); }
+    Result<void> openFile(const std::string& path) override { return answer("openFile " + path); }
     bool isApplication(const std::string& path) override { return applications.contains(path); }
-    void openURLWithApplication(const std::string& url, const std::string& applicationPath,
-                                std::function<void()> failed) override {
-        if (!answer("openURLWithApplication " + url + " " + applicationPath))
-            failed();
+    Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override {
+        return answer("openURLWithApplication " + url + " " + applicationPath);
     }
-    bool showDirectory(const std::string& path) override { return answer("showDirectory " + path); }
+    Result<void> showDirectory(const std::string& path) override { return answer("showDirectory " + path); }
     Result<ProgramOutcome> openTerminal(const std::string& directory) override {
         answer("openTerminal " + directory);
         return terminalResult;
     }
     void copyText(const std::string& text) override { answer("copyText " + text); }
     void setAppearance(Appearance appearance) override { appearances.push_back(appearance); }
-    StartupRegistrationStatus loginItemStatus() override { return startupStatus; }
-    Result<void> registerLoginItem() override { return changeLoginItem("registerLoginItem"); }
-    Result<void> unregisterLoginItem() override { return changeLoginItem("unregisterLoginItem"); }
+    StartupRegistrationStatus launchAtLoginStatus() override { return startupStatus; }
+    Result<void> enableLaunchAtLogin() override { return changeLaunchAtLogin("enableLaunchAtLogin"); }
+    Result<void> disableLaunchAtLogin() override { return changeLaunchAtLogin("disableLaunchAtLogin"); }
 
     bool accepts = true;
     Result<ProgramOutcome> terminalResult = ProgramOutcome{.succeeded = true, .standardError = {}};
@@ -40,12 +38,12 @@ public:
     Result<void> startupResult;
 
 private:
-    bool answer(std::string call) {
+    Result<void> answer(std::string call) {
         calls.push_back(std::move(call));
-        return accepts;
+        return accepts ? Result<void>() : std::unexpected(Error{"refused"});
     }
 
-    Result<void> changeLoginItem(std::string call) {
+    Result<void> changeLaunchAtLogin(std::string call) {
         calls.push_back(std::move(call));
         startupStatus = startupStatusAfterChange;
         return startupResult;

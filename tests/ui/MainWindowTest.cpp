@@ -160,7 +160,7 @@ TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
     answer(QDialogButtonBox::Yes);
     EXPECT_FALSE(confirmation.isVisible());
     EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(desktop.calls, (std::vector<std::string>{"registerLoginItem", "unregisterLoginItem"}));
+    EXPECT_EQ(desktop.calls, (std::vector<std::string>{"enableLaunchAtLogin", "disableLaunchAtLogin"}));
 }
 
 TEST_F(MainWindowTest, hasItsSizesAlsoWithAMessageOfAnyLength) {

@@ -61,12 +61,23 @@ void detach(gpointer /*unused*/) {
     sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-bool launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
+/// Returns the result of a GLib function that sets `error` when it fails; frees the error.
+Result<void> resultOf(GError* error) {
+    if (!error)
+        return {};
+    Error failure{error->message};
+    g_error_free(error);
+    return std::unexpected(std::move(failure));
+}
+
+Result<void> launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
     GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // only read
     // "As manager" is the form that lets the program have a session of its own. Without
     // G_SPAWN_DO_NOT_REAP_CHILD GLib reaps: the program becomes the init process's child.
-    return g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH, detach,
-                                                     nullptr, nullptr, nullptr, nullptr);
+    GError* error = nullptr;
+    g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH, detach,
+                                              nullptr, nullptr, nullptr, &error);
+    return resultOf(error);
 }
 
 /// Returns the application that the desktop opens an address with, null when it has none.
@@ -82,13 +93,15 @@ GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
     return application;
 }
 
-bool openWithDefaultApplication(const std::string& uri, const std::vector<std::string>& environment) {
+Result<void> openWithDefaultApplication(const std::string& uri, const std::vector<std::string>& environment) {
     const GObjectHandle<GAppLaunchContext> context = launchContext(environment);
     const GObjectHandle<GAppInfo> application = defaultApplication(uri);
     if (application && G_IS_DESKTOP_APP_INFO(application.get()))
         return launch(G_DESKTOP_APP_INFO(application.get()), uri, context.get());
-    // No application in sight: inside a sandbox there is still the portal, which this asks.
-    return g_app_info_launch_default_for_uri(uri.c_str(), context.get(), nullptr);
+    // In a sandbox there may be no application but a portal, which this function calls.
+    GError* error = nullptr;
+    g_app_info_launch_default_for_uri(uri.c_str(), context.get(), &error);
+    return resultOf(error);
 }
 
 /// Returns the desktop entry that a path or an id names, null when there is none that can be used.
@@ -107,32 +120,40 @@ FreedesktopDesktop::FreedesktopDesktop(Processes& starter) : processes(starter) 
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
-bool FreedesktopDesktop::openURL(const std::string& url) {
-    return !holdsNUL(url) && openWithDefaultApplication(url, processes.programEnvironment());
+Result<void> FreedesktopDesktop::openURL(const std::string& url) {
+    if (holdsNUL(url))
+        return systemFailure(url, EINVAL);
+    return openWithDefaultApplication(url, processes.programEnvironment());
 }
 
-bool FreedesktopDesktop::openFile(const std::string& path) {
-    return exists(path) && openWithDefaultApplication(fileURL(path), processes.programEnvironment());
+Result<void> FreedesktopDesktop::openFile(const std::string& path) {
+    if (!exists(path))
+        return systemFailure(path, ENOENT);
+    return openWithDefaultApplication(fileURL(path), processes.programEnvironment());
 }
 
 bool FreedesktopDesktop::isApplication(const std::string& path) {
     return isApplicationDirectory(path) || desktopEntry(path);
 }
 
-void FreedesktopDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath,
-                                                std::function<void()> failed) {
+Result<void> FreedesktopDesktop::openURLWithApplication(const std::string& url,
+                                                        const std::string& applicationPath) {
     const GObjectHandle<GDesktopAppInfo> application = desktopEntry(applicationPath);
-    // An application that takes no addresses would start without this one, as if nothing were amiss.
-    const bool takesURLs = application && g_app_info_supports_uris(G_APP_INFO(application.get()));
-    if (!takesURLs || !launch(application.get(), url, launchContext(processes.programEnvironment()).get()))
-        failed();
+    if (!application)
+        return systemFailure(applicationPath, ENOENT);
+    // GLib would start an application that takes no addresses without the address.
+    if (!g_app_info_supports_uris(G_APP_INFO(application.get())))
+        return systemFailure(applicationPath, ENOTSUP);
+    return launch(application.get(), url, launchContext(processes.programEnvironment()).get());
 }
 
-bool FreedesktopDesktop::showDirectory(const std::string& path) {
+Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
-        return false;
+        return systemFailure(path, ENOTDIR);
     const std::string uri = fileURL(path);
-    return askFileManagerToShow(uri) || openWithDefaultApplication(uri, processes.programEnvironment());
+    if (askFileManagerToShow(uri))
+        return {};
+    return openWithDefaultApplication(uri, processes.programEnvironment());
 }
 
 Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
@@ -162,11 +183,11 @@ void FreedesktopDesktop::showAppearance() const {
     applyAppearance(appearance == Appearance::system ? portal->preferred() : appearance);
 }
 
-StartupRegistrationStatus FreedesktopDesktop::loginItemStatus() {
+StartupRegistrationStatus FreedesktopDesktop::launchAtLoginStatus() {
     return autostartStatus(autostartEntryPath(), executablePath());
 }
 
-Result<void> FreedesktopDesktop::registerLoginItem() {
+Result<void> FreedesktopDesktop::enableLaunchAtLogin() {
     const std::string executable = executablePath();
     if (!isExecutableFile(executable))
         return {}; // nothing to name; the status says so
@@ -179,7 +200,7 @@ Result<void> FreedesktopDesktop::registerLoginItem() {
     return writeFileAtomically(path, *entry);
 }
 
-Result<void> FreedesktopDesktop::unregisterLoginItem() {
+Result<void> FreedesktopDesktop::disableLaunchAtLogin() {
     return removeFile(autostartEntryPath());
 }
 

@@ -17,24 +17,23 @@ public:
     explicit FreedesktopDesktop(Processes& starter);
     ~FreedesktopDesktop() override;
 
-    bool openURL(const std::string& url) override;
-    bool openFile(const std::string& path) override;
+    Result<void> openURL(const std::string& url) override;
+    Result<void> openFile(const std::string& path) override;
     /// Besides the path of a desktop entry, the id of one that is installed ("firefox.desktop").
     bool isApplication(const std::string& path) override;
     /// An application directory cannot be started here, so it always fails.
-    void openURLWithApplication(const std::string& url, const std::string& applicationPath,
-                                std::function<void()> failed) override;
+    Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override;
     /// Asks the file manager of the session (org.freedesktop.FileManager1), else the default handler of the
     /// directory. One that has not answered after two seconds counts as having taken it.
-    bool showDirectory(const std::string& path) override;
+    Result<void> showDirectory(const std::string& path) override;
     /// Starts xdg-terminal-exec, the freedesktop.org proposal, else Debian's x-terminal-emulator.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
     /// `system` follows what the settings portal says from then on.
     void setAppearance(Appearance appearance) override;
-    StartupRegistrationStatus loginItemStatus() override;
-    Result<void> registerLoginItem() override;
-    Result<void> unregisterLoginItem() override;
+    StartupRegistrationStatus launchAtLoginStatus() override;
+    Result<void> enableLaunchAtLogin() override;
+    Result<void> disableLaunchAtLogin() override;
 
 private:
     void showAppearance() const;

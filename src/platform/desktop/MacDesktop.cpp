@@ -10,6 +10,8 @@
 #include "platform/desktop/QtAppearance.h"
 #include "platform/desktop/QtClipboard.h"
 
+#include <cerrno>
+
 namespace kavendra {
 
 namespace {
@@ -23,16 +25,20 @@ std::string unmistakable(const std::string& path) {
 
 } // namespace
 
-bool MacDesktop::open(const std::vector<std::string>& arguments) {
+Result<void> MacDesktop::open(const std::vector<std::string>& arguments) {
     const Result<ProgramOutcome> outcome = processes.runAndWait(openTool, arguments);
-    return outcome && outcome->succeeded;
+    if (!outcome)
+        return std::unexpected(outcome.error());
+    if (!outcome->succeeded)
+        return std::unexpected(Error{outcome->standardError});
+    return {};
 }
 
-bool MacDesktop::openURL(const std::string& url) {
+Result<void> MacDesktop::openURL(const std::string& url) {
     return open({url});
 }
 
-bool MacDesktop::openFile(const std::string& path) {
+Result<void> MacDesktop::openFile(const std::string& path) {
     return open({unmistakable(path)});
 }
 
@@ -40,15 +46,13 @@ bool MacDesktop::isApplication(const std::string& path) {
     return isApplicationDirectory(path);
 }
 
-void MacDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath,
-                                        std::function<void()> failed) {
-    if (!open({"-a", unmistakable(applicationPath), url}))
-        failed();
+Result<void> MacDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath) {
+    return open({"-a", unmistakable(applicationPath), url});
 }
 
-bool MacDesktop::showDirectory(const std::string& path) {
+Result<void> MacDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
-        return false;
+        return systemFailure(path, ENOTDIR);
     // Opening an application directory would start the application.
     if (isApplicationDirectory(path))
         return open({"-R", unmistakable(path)});
@@ -71,11 +75,11 @@ void MacDesktop::setAppearance(Appearance appearance) {
     applyAppearance(appearance);
 }
 
-StartupRegistrationStatus MacDesktop::loginItemStatus() {
+StartupRegistrationStatus MacDesktop::launchAtLoginStatus() {
     return launchAgentStatus(launchAgentPath(), executablePath());
 }
 
-Result<void> MacDesktop::registerLoginItem() {
+Result<void> MacDesktop::enableLaunchAtLogin() {
     const std::string executable = executablePath();
     if (!isExecutableFile(executable))
         return {}; // nothing to name; the status says so
@@ -85,7 +89,7 @@ Result<void> MacDesktop::registerLoginItem() {
     return writeFileAtomically(path, launchAgent(executable));
 }
 
-Result<void> MacDesktop::unregisterLoginItem() {
+Result<void> MacDesktop::disableLaunchAtLogin() {
     return removeFile(launchAgentPath());
 }
 

@@ -12,21 +12,20 @@ public:
     /// `starter` must outlive this.
     explicit MacDesktop(Processes& starter) : processes(starter) {}
 
-    bool openURL(const std::string& url) override;
-    bool openFile(const std::string& path) override;
+    Result<void> openURL(const std::string& url) override;
+    Result<void> openFile(const std::string& path) override;
     bool isApplication(const std::string& path) override;
-    void openURLWithApplication(const std::string& url, const std::string& applicationPath,
-                                std::function<void()> failed) override;
-    bool showDirectory(const std::string& path) override;
+    Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override;
+    Result<void> showDirectory(const std::string& path) override;
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
     void setAppearance(Appearance appearance) override;
-    StartupRegistrationStatus loginItemStatus() override;
-    Result<void> registerLoginItem() override;
-    Result<void> unregisterLoginItem() override;
+    StartupRegistrationStatus launchAtLoginStatus() override;
+    Result<void> enableLaunchAtLogin() override;
+    Result<void> disableLaunchAtLogin() override;
 
 private:
-    bool open(const std::vector<std::string>& arguments);
+    Result<void> open(const std::vector<std::string>& arguments);
 
     Processes& processes;
 };

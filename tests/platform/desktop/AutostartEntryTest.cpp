@@ -89,25 +89,25 @@ TEST(AutostartEntry, isWrittenSwitchedOnAndRemovedByTheDesktop) {
     setenv("XDG_CONFIG_HOME", directory.path("config").c_str(), 1);
     Processes processes({});
     FreedesktopDesktop desktop(processes);
-    EXPECT_EQ(desktop.loginItemStatus(), notRegistered);
-    EXPECT_TRUE(desktop.unregisterLoginItem());
-    EXPECT_TRUE(desktop.registerLoginItem());
-    EXPECT_EQ(desktop.loginItemStatus(), enabled);
+    EXPECT_EQ(desktop.launchAtLoginStatus(), notRegistered);
+    EXPECT_TRUE(desktop.disableLaunchAtLogin());
+    EXPECT_TRUE(desktop.enableLaunchAtLogin());
+    EXPECT_EQ(desktop.launchAtLoginStatus(), enabled);
 
     const std::string entry = "config/autostart/kavendra.desktop";
     directory.write(entry, directory.read(entry) + "Hidden=true\n");
-    EXPECT_EQ(desktop.loginItemStatus(), requiresApproval);
-    EXPECT_TRUE(desktop.registerLoginItem());
-    EXPECT_EQ(desktop.loginItemStatus(), enabled);
+    EXPECT_EQ(desktop.launchAtLoginStatus(), requiresApproval);
+    EXPECT_TRUE(desktop.enableLaunchAtLogin());
+    EXPECT_EQ(desktop.launchAtLoginStatus(), enabled);
     EXPECT_TRUE(passesValidation(directory.path(entry)));
 
-    EXPECT_TRUE(desktop.unregisterLoginItem());
-    EXPECT_EQ(desktop.loginItemStatus(), notRegistered);
+    EXPECT_TRUE(desktop.disableLaunchAtLogin());
+    EXPECT_EQ(desktop.launchAtLoginStatus(), notRegistered);
     std::filesystem::remove(directory.path("config/autostart"));
     directory.write("config/autostart", "a file");
-    EXPECT_EQ(desktop.registerLoginItem().error().description,
+    EXPECT_EQ(desktop.enableLaunchAtLogin().error().description,
               directory.path("config/autostart") + ": Not a directory");
-    EXPECT_FALSE(desktop.unregisterLoginItem());
+    EXPECT_FALSE(desktop.disableLaunchAtLogin());
 }
 
 } // namespace kavendra
