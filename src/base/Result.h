@@ -3,6 +3,7 @@
 #include <expected>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace kavendra {
 
@@ -17,6 +18,8 @@ using Result = std::expected<T, Error>;
 
 /// Returns the failure of a system call on `path`: "path: reason", the reason in strerror's words.
 /// `errorNumber` is an errno value.
-std::unexpected<Error> systemFailure(std::string_view path, int errorNumber);
+inline std::unexpected<Error> systemFailure(std::string_view path, int errorNumber) {
+    return std::unexpected(Error{std::string(path) + ": " + std::generic_category().message(errorNumber)});
+}
 
 } // namespace kavendra

@@ -4,7 +4,6 @@
 #include "launch/TypedPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/PrivateDirectory.h"
 
 #include <algorithm>
 

@@ -1,5 +1,7 @@
 #include "platform/Files.h"
 
+#include "base/Text.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -55,6 +57,14 @@ Result<void> copyContent(const FileDescriptor& from, const std::string& source, 
     }
 }
 
+/// Restricts a directory of this user to mode 0700. Returns false for anything else.
+bool makePrivate(const std::string& path) {
+    const auto directory = openFile(path, O_RDONLY | O_DIRECTORY | O_NOFOLLOW);
+    struct stat status{};
+    return directory && fstat(directory->get(), &status) == 0 && status.st_uid == geteuid() &&
+           fchmod(directory->get(), 0700) == 0;
+}
+
 } // namespace
 
 bool exists(const std::string& path) {
@@ -64,6 +74,10 @@ bool exists(const std::string& path) {
 bool isDirectory(const std::string& path) {
     const auto status = statusOf(path);
     return status && S_ISDIR(status->st_mode);
+}
+
+bool isApplicationDirectory(const std::string& path) {
+    return lowercased(path).ends_with(".app") && isDirectory(path);
 }
 
 bool isExecutableFile(const std::string& path) {
@@ -126,6 +140,19 @@ Result<void> createDirectories(const std::string& path) {
     if (reason)
         return systemFailure(path, reason.value());
     return {};
+}
+
+Result<std::string> privateDirectory(const std::string& path) {
+    if (path.find('\0') != std::string::npos)
+        return systemFailure(path, EINVAL);
+    if (mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
+        return systemFailure(path, errno);
+    if (makePrivate(path))
+        return path;
+    std::string unique = path + "-XXXXXX";
+    if (!mkdtemp(unique.data()))
+        return systemFailure(path, errno);
+    return unique;
 }
 
 Result<std::vector<std::string>> listDirectory(const std::string& path) {

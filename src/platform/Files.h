@@ -13,6 +13,9 @@ namespace kavendra {
 
 bool exists(const std::string& path);
 bool isDirectory(const std::string& path);
+/// Whether `path` is an existing directory whose path ends with ".app" in any letter case: an application on
+/// macOS.
+bool isApplicationDirectory(const std::string& path);
 /// Whether `path` is a file that this process may execute (a directory is not).
 bool isExecutableFile(const std::string& path);
 
@@ -29,6 +32,11 @@ Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize);
 
 /// Creates the directory with all that is missing above it; an existing directory is no error.
 Result<void> createDirectories(const std::string& path);
+
+/// Creates a directory that only this user can enter (mode 0700), or restricts an existing one, and returns
+/// its path. That is `path`, or a new unguessable name beside it when `path` is a link, a file or a directory
+/// of another user.
+Result<std::string> privateDirectory(const std::string& path);
 
 /// Returns the names of the entries of a directory, hidden ones included, in no order.
 Result<std::vector<std::string>> listDirectory(const std::string& path);

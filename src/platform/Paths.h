@@ -3,7 +3,8 @@
 #include <string>
 #include <string_view>
 
-/// Paths as text: bytes separated by "/". Nothing here touches the file system.
+/// Paths as text (bytes separated by "/"), and the paths that the system or the user's environment defines.
+/// Whether anything exists at a path is not checked.
 namespace kavendra {
 
 /// Returns the part behind the last "/" (trailing slashes disregarded), "/" for the root.
@@ -36,5 +37,9 @@ std::string temporaryDirectory();
 /// On freedesktop systems $XDG_CONFIG_HOME, else ~/.config (XDG Base Directory Specification); on macOS
 /// ~/Library/Application Support.
 std::string applicationSupportDirectory();
+
+/// Returns the absolute path that starts this program again: the running file, or the AppImage it was started
+/// from. Empty when the system does not provide it.
+std::string executablePath();
 
 } // namespace kavendra

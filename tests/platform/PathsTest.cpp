@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+
 namespace kavendra {
 
 TEST(Paths, cutsComponents) {
@@ -38,6 +41,31 @@ TEST(Paths, applicationSupportIgnoresARelativeDirectory) {
     EXPECT_EQ(applicationSupportDirectory(), "/etc/x");
     setenv("XDG_CONFIG_HOME", "relative", 1);
     EXPECT_EQ(applicationSupportDirectory(), "/home/someone/.config");
+}
+
+TEST(ExecutablePath, namesTheFileThatRuns) {
+    const std::string path = executablePath();
+    EXPECT_TRUE(path.starts_with('/')) << path;
+    EXPECT_TRUE(std::filesystem::equivalent(path, "/proc/self/exe"));
+}
+
+TEST(ExecutablePath, namesTheImageThatTheFileIsIn) {
+    const std::string file = executablePath();
+    const std::string directory = std::filesystem::path(file).parent_path().string();
+    struct Case {
+        std::string image, mount, expected;
+    };
+    for (const auto& [image, mount, expected] : {
+             Case{"/opt/k.AppImage", directory, "/opt/k.AppImage"},
+             Case{"/opt/k.AppImage", "/tmp/.mount_other", file},
+             Case{"/opt/k.AppImage", directory.substr(0, directory.size() - 1), file},
+             Case{"/opt/k.AppImage", "", file},
+             Case{"k.AppImage", directory, file},
+         }) {
+        setenv("APPIMAGE", image.c_str(), 1);
+        setenv("APPDIR", mount.c_str(), 1);
+        EXPECT_EQ(executablePath(), expected) << image << " at " << mount;
+    }
 }
 
 } // namespace kavendra

@@ -1,11 +1,9 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
-#include "platform/ExecutablePath.h"
 #include "platform/ExecutableSearch.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/desktop/ApplicationDirectory.h"
 #include "platform/desktop/AutostartEntry.h"
 #include "platform/desktop/ColorSchemePortal.h"
 #include "platform/desktop/FileManagerService.h"

@@ -1,11 +1,9 @@
 #include "platform/desktop/MacDesktop.h"
 
 #include "base/TextDecoding.h"
-#include "platform/ExecutablePath.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/desktop/ApplicationDirectory.h"
 #include "platform/desktop/LaunchAgent.h"
 #include "platform/desktop/QtAppearance.h"
 #include "platform/desktop/QtClipboard.h"
