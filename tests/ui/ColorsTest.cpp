@@ -1,6 +1,6 @@
 #include "ui/Colors.h"
 
-#include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
 
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #include "ui/MainWindow.h"
 
-#include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
 #include "tests/ui/MainWindowFixture.h"
 #include "ui/Colors.h"

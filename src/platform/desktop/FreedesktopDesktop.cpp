@@ -6,10 +6,9 @@
 #include "platform/Paths.h"
 #include "platform/desktop/AutostartEntry.h"
 #include "platform/desktop/ColorSchemePortal.h"
-#include "platform/desktop/FileManagerService.h"
 #include "platform/desktop/GLibHandles.h"
-#include "platform/desktop/QtAppearance.h"
-#include "platform/desktop/QtClipboard.h"
+#include "platform/desktop/QtDesktop.h"
+#include "platform/desktop/SessionBus.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <unistd.h>
@@ -20,6 +19,9 @@
 namespace kavendra {
 
 namespace {
+
+/// How long to wait for a file manager, which may have to be started first.
+constexpr int fileManagerTimeoutMilliseconds = 2000;
 
 bool holdsNUL(const std::string& text) {
     return text.find('\0') != std::string::npos;
@@ -102,6 +104,25 @@ Result<void> openWithDefaultApplication(const std::string& uri, const std::vecto
     return resultOf(error);
 }
 
+/// Calls ShowFolders of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"); `uri`
+/// is a file URL. Returns false when the session has no such service or it refused. No answer in time counts
+/// as success: the file manager may still be starting.
+bool showInFileManager(const std::string& uri) {
+    const GObjectHandle<GDBusConnection> bus = sessionBus();
+    if (!bus)
+        return false;
+    const char* const uris[] = {uri.c_str(), nullptr};
+    constexpr const char* startupID = "";
+    GError* error = nullptr;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+        "org.freedesktop.FileManager1", "ShowFolders", g_variant_new("(^ass)", uris, startupID), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, fileManagerTimeoutMilliseconds, nullptr, &error));
+    const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
+    g_clear_error(&error);
+    return succeeded;
+}
+
 /// Returns the desktop entry that a path or an id names, null when there is none that can be used.
 GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
     if (holdsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
@@ -149,7 +170,7 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
         return systemFailure(path, ENOTDIR);
     const std::string uri = fileURL(path);
-    if (askFileManagerToShow(uri))
+    if (showInFileManager(uri))
         return {};
     return openWithDefaultApplication(uri, processes.programEnvironment());
 }

@@ -5,8 +5,7 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/LaunchAgent.h"
-#include "platform/desktop/QtAppearance.h"
-#include "platform/desktop/QtClipboard.h"
+#include "platform/desktop/QtDesktop.h"
 
 #include <cerrno>
 

@@ -2,18 +2,39 @@
 
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
-#include "platform/desktop/RunningInstance.h"
 
+#include <functional>
 #include <memory>
+#include <string>
 
+/// The desktop and the running instance of the system that this program was built for.
 namespace kavendra {
 
-/// Returns the desktop of the system that this was built for. What it starts gets the environment of
-/// `processes`, which must outlive it.
+/// Returns the desktop. Programs that it starts get the environment of `processes`, which must outlive it.
 std::unique_ptr<Desktop> makeDesktop(Processes& processes);
 
-/// Makes this process the kavendra of the session. Returns null when there is one already, which has then
-/// been asked to show its window.
+/// The kavendra of a session; there is at most one.
+class RunningInstance {
+public:
+    RunningInstance() = default;
+    virtual ~RunningInstance() = default;
+    RunningInstance(const RunningInstance&) = delete;
+    RunningInstance& operator=(const RunningInstance&) = delete;
+
+    /// Called on the main thread, from its event loop, when kavendra is started again. The token lets a
+    /// window take the focus (XDG Activation); it is empty when the second start had none.
+    std::function<void(const std::string& activationToken)> onActivate = [](const std::string&) {};
+};
+
+/// Makes this process the kavendra of the session. Returns null when there is one already: it has been asked
+/// to show its window, and this process should end.
+///
+/// On freedesktop systems the instance owns a name on the session bus and implements
+/// org.freedesktop.Application (Desktop Entry Specification, "D-Bus Activation"). An owner that does not
+/// answer in time counts as asked. Without a bus, or if the owner refuses, returns an instance that others
+/// cannot find. Takes at most busTimeLimit in all; a bus that does not answer in that time is given up for
+/// the whole process (giveUpSessionBus). Calls arrive through the default main context of GLib, as with
+/// ColorSchemePortal.
 std::unique_ptr<RunningInstance> becomeRunningInstance();
 
 } // namespace kavendra

@@ -1,16 +1,203 @@
 #include "platform/desktop/SystemDesktop.h"
 
-#include "platform/desktop/BusInstance.h"
 #include "platform/desktop/FreedesktopDesktop.h"
+#include "platform/desktop/SessionBus.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace kavendra {
+
+namespace {
+
+constexpr const char* busName = "kavendra.Launcher";
+constexpr const char* objectPath = "/kavendra/Launcher";
+constexpr const char* interfaceName = "org.freedesktop.Application";
+constexpr const char* interfaceDescription = R"(
+<node>
+  <interface name='org.freedesktop.Application'>
+    <method name='Activate'>
+      <arg type='a{sv}' name='platform_data' direction='in'/>
+    </method>
+    <method name='Open'>
+      <arg type='as' name='uris' direction='in'/>
+      <arg type='a{sv}' name='platform_data' direction='in'/>
+    </method>
+    <method name='ActivateAction'>
+      <arg type='s' name='action_name' direction='in'/>
+      <arg type='av' name='parameter' direction='in'/>
+      <arg type='a{sv}' name='platform_data' direction='in'/>
+    </method>
+  </interface>
+</node>)";
+
+using Clock = std::chrono::steady_clock;
+
+/// Returns the milliseconds until then as GIO takes them, where 0 would be no limit.
+int timeUntil(Clock::time_point deadline) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+    return std::max(1, static_cast<int>(left.count()));
+}
+
+/// Where the token stands: in the environment of a start, and in the data of a call. The first is preferred.
+struct TokenPlace {
+    const char* variable;
+    const char* key;
+};
+constexpr std::array tokenPlaces{TokenPlace{"XDG_ACTIVATION_TOKEN", "activation-token"},
+                                 TokenPlace{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
+
+/// Returns the platform data of this start (a{sv}, floating).
+GVariant* ownPlatformData() {
+    GVariantBuilder data;
+    g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
+    for (const auto& [variable, key] : tokenPlaces) {
+        const char* token = std::getenv(variable);
+        if (token && *token && g_utf8_validate(token, -1, nullptr))
+            g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(token));
+    }
+    return g_variant_builder_end(&data);
+}
+
+std::string tokenIn(GVariant* platformData) {
+    for (const auto& [variable, key] : tokenPlaces)
+        if (const char* token = nullptr; g_variant_lookup(platformData, key, "&s", &token))
+            return token;
+    return {};
+}
+
+/// Qt then has an event loop of its own, in which no call would ever arrive.
+bool isQtWithoutGLib() {
+    const char* setting = std::getenv("QT_NO_GLIB");
+    return setting && *setting;
+}
+
+class BusInstance final : public RunningInstance {
+public:
+    explicit BusInstance(GObjectHandle<GDBusConnection> sessionBus);
+    ~BusInstance() override;
+
+    /// Returns whether this process owns the name now; nothing when the bus does not say.
+    std::optional<bool> takeName(Clock::time_point deadline);
+
+private:
+    static void answer(GDBusConnection* connection, const char* sender, const char* path,
+                       const char* interface, const char* method, GVariant* parameters,
+                       GDBusMethodInvocation* invocation, gpointer self);
+
+    GObjectHandle<GDBusConnection> bus;
+    guint registration = 0;
+    bool ownsName = false;
+};
+
+/// Calls a method of the bus itself; returns the number that it answers with.
+std::optional<std::uint32_t> callBus(GDBusConnection* bus, const char* method, GVariant* parameters,
+                                     Clock::time_point deadline) {
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, parameters,
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, timeUntil(deadline), nullptr, nullptr));
+    if (!reply)
+        return std::nullopt;
+    std::uint32_t number = 0;
+    g_variant_get(reply.get(), "(u)", &number);
+    return number;
+}
+
+BusInstance::BusInstance(GObjectHandle<GDBusConnection> sessionBus) : bus(std::move(sessionBus)) {
+    // Before the name is taken, so that whoever finds the name finds the object.
+    GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(interfaceDescription, nullptr);
+    const GDBusInterfaceVTable methods{
+        .method_call = answer, .get_property = nullptr, .set_property = nullptr, .padding = {}};
+    registration = g_dbus_connection_register_object(bus.get(), objectPath, node->interfaces[0], &methods,
+                                                     this, nullptr, nullptr);
+    g_dbus_node_info_unref(node);
+}
+
+BusInstance::~BusInstance() {
+    if (ownsName)
+        callBus(bus.get(), "ReleaseName", g_variant_new("(s)", busName), Clock::now() + busTimeLimit);
+    if (registration != 0)
+        g_dbus_connection_unregister_object(bus.get(), registration);
+}
+
+std::optional<bool> BusInstance::takeName(Clock::time_point deadline) {
+    constexpr std::uint32_t doNotQueue = 4;   // DBUS_NAME_FLAG_DO_NOT_QUEUE
+    constexpr std::uint32_t primaryOwner = 1; // DBUS_REQUEST_NAME_REPLY_PRIMARY_OWNER
+    const auto reply =
+        callBus(bus.get(), "RequestName", g_variant_new("(su)", busName, doNotQueue), deadline);
+    if (!reply)
+        return std::nullopt;
+    ownsName = *reply == primaryOwner;
+    return ownsName;
+}
+
+void BusInstance::answer(GDBusConnection*, const char*, const char*, const char*, const char* method,
+                         GVariant* parameters, GDBusMethodInvocation* invocation, gpointer self) {
+    if (std::string_view(method) == "ActivateAction")
+        return g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_NOT_SUPPORTED,
+                                                     "kavendra has no actions");
+    // The platform data comes last. There are no files that kavendra opens, so Open only shows the window.
+    const GVariantHandle data(g_variant_get_child_value(parameters, g_variant_n_children(parameters) - 1));
+    const std::string token = tokenIn(data.get());
+    g_dbus_method_invocation_return_value(invocation, nullptr);
+    static_cast<BusInstance*>(self)->onActivate(token);
+}
+
+enum class Answer { wasAsked, refused, gone };
+
+/// Asks the process that owns the name to show its window.
+Answer askOwner(GDBusConnection* bus, Clock::time_point deadline) {
+    GError* error = nullptr;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus, busName, objectPath, interfaceName, "Activate", g_variant_new("(@a{sv})", ownPlatformData()),
+        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, timeUntil(deadline), nullptr, &error));
+    if (reply)
+        return Answer::wasAsked;
+    const auto is = [error](GDBusError code) { return g_error_matches(error, G_DBUS_ERROR, code); };
+    Answer answer = Answer::refused;
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
+        answer = Answer::wasAsked;
+    else if (is(G_DBUS_ERROR_NO_REPLY) || is(G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+             is(G_DBUS_ERROR_NAME_HAS_NO_OWNER))
+        answer = Answer::gone; // it ended before it answered, or before it was asked
+    g_clear_error(&error);
+    return answer;
+}
+
+} // namespace
 
 std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
     return std::make_unique<FreedesktopDesktop>(processes);
 }
 
 std::unique_ptr<RunningInstance> becomeRunningInstance() {
-    return becomeInstanceOnBus();
+    const Clock::time_point deadline = Clock::now() + busTimeLimit;
+    GObjectHandle<GDBusConnection> bus = sessionBus();
+    if (!bus)
+        giveUpSessionBus();
+    if (!bus || isQtWithoutGLib())
+        return std::make_unique<RunningInstance>();
+    GDBusConnection* const connection = bus.get();
+    auto instance = std::make_unique<BusInstance>(std::move(bus));
+    // Retry a few times in case the owner is exiting.
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        const std::optional<bool> isOwner = instance->takeName(deadline);
+        if (!isOwner && Clock::now() >= deadline)
+            giveUpSessionBus();
+        if (!isOwner || *isOwner)
+            break;
+        const Answer answer = askOwner(connection, deadline);
+        if (answer == Answer::wasAsked)
+            return nullptr;
+        if (answer == Answer::refused)
+            break;
+    }
+    return instance;
 }
 
 } // namespace kavendra

@@ -1,20 +1,22 @@
-#include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtDesktop.h"
 
 #include "tests/support/Contrast.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QPalette>
 
 #include <gtest/gtest.h>
 
 namespace kavendra {
 
-TEST(QtAppearance, doesNothingWithoutAnApplication) {
+TEST(QtDesktop, doesNothingWithoutAnApplication) {
     ASSERT_EQ(QCoreApplication::instance(), nullptr);
     applyAppearance(Appearance::dark);
 }
 
-TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
+TEST(QtDesktop, everyTextIsReadableInBothPalettes) {
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     struct Pair {
@@ -50,7 +52,7 @@ TEST(QtAppearance, everyTextIsReadableInBothPalettes) {
     }
 }
 
-TEST(QtAppearance, systemGivesTheDesktopsPaletteBack) {
+TEST(QtDesktop, systemGivesTheDesktopsPaletteBack) {
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     const QPalette before = QGuiApplication::palette();
@@ -58,6 +60,19 @@ TEST(QtAppearance, systemGivesTheDesktopsPaletteBack) {
     ASSERT_NE(QGuiApplication::palette(), before);
     applyAppearance(Appearance::system);
     EXPECT_EQ(QGuiApplication::palette(), before);
+}
+
+TEST(QtDesktop, clipboardHoldsPlainText) {
+    ASSERT_EQ(QCoreApplication::instance(), nullptr);
+    putOnClipboard("nothing happens without an application");
+
+    int argumentCount = 0;
+    const QGuiApplication application(argumentCount, nullptr);
+    putOnClipboard("before");
+    putOnClipboard("a\tb\n <b>日本</b> \xFF");
+    const QMimeData* held = QGuiApplication::clipboard()->mimeData();
+    EXPECT_EQ(held->text(), QString::fromUtf8("a\tb\n <b>日本</b> \uFFFD"));
+    EXPECT_FALSE(held->hasHtml());
 }
 
 } // namespace kavendra

@@ -1,6 +1,5 @@
-#include "platform/desktop/BusInstance.h"
-
 #include "platform/desktop/SessionBus.h"
+#include "platform/desktop/SystemDesktop.h"
 #include "tests/support/TestBus.h"
 
 #include <gtest/gtest.h>
@@ -67,36 +66,36 @@ private:
 
 } // namespace
 
-TEST(BusInstance, aSecondStartHandsItsTokenOverAndIsDone) {
+TEST(RunningInstance, aSecondStartHandsItsTokenOverAndIsDone) {
     const TestBus bus;
     const TestService other(bus, otherInstance, Manner::obliging);
     unsetenv("DESKTOP_STARTUP_ID");
     unsetenv("XDG_ACTIVATION_TOKEN");
-    EXPECT_FALSE(becomeInstanceOnBus());
+    EXPECT_FALSE(becomeRunningInstance());
     setenv("XDG_ACTIVATION_TOKEN", "a-token", 1);
     setenv("DESKTOP_STARTUP_ID", "a/startup_TIME1", 1);
-    EXPECT_FALSE(becomeInstanceOnBus());
+    EXPECT_FALSE(becomeRunningInstance());
     EXPECT_EQ(other.calls(),
               (std::vector<std::string>{"({},)", "({'activation-token': <'a-token'>, "
                                                  "'desktop-startup-id': <'a/startup_TIME1'>},)"}));
 }
 
-TEST(BusInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
+TEST(RunningInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
     const TestBus bus;
     const TestService other(bus, otherInstance, Manner::hanging);
     const auto begin = Clock::now();
-    EXPECT_FALSE(becomeInstanceOnBus());
+    EXPECT_FALSE(becomeRunningInstance());
     EXPECT_LT(Clock::now() - begin, 2s);
     EXPECT_EQ(other.calls().size(), 1U) << "it does it when it can";
 }
 
-TEST(BusInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
+TEST(RunningInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
     for (const bool isConnected : {false, true}) {
         TestBus bus;
         const auto connection = isConnected ? sessionBus() : nullptr;
         bus.stop();
         auto begin = Clock::now();
-        auto instance = becomeInstanceOnBus();
+        auto instance = becomeRunningInstance();
         EXPECT_TRUE(instance);
         EXPECT_LT(Clock::now() - begin, 1500ms);
         begin = Clock::now();
@@ -107,26 +106,26 @@ TEST(BusInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
     }
 }
 
-TEST(BusInstance, startsWhereNobodyCanBeAsked) {
+TEST(RunningInstance, startsWhereNobodyCanBeAsked) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-    EXPECT_TRUE(becomeInstanceOnBus());
+    EXPECT_TRUE(becomeRunningInstance());
     const TestBus bus;
     {
         const TestService other(bus, otherInstance, Manner::refusing);
-        EXPECT_TRUE(becomeInstanceOnBus());
+        EXPECT_TRUE(becomeRunningInstance());
         EXPECT_EQ(other.calls().size(), 1U);
     }
     setenv("QT_NO_GLIB", "1", 1);
-    EXPECT_TRUE(becomeInstanceOnBus());
+    EXPECT_TRUE(becomeRunningInstance());
     EXPECT_FALSE(Caller(bus).call("Activate", "(@a{sv} {},)")) << "nobody would ever answer";
 }
 
-TEST(BusInstance, theFirstIsActivatedUntilItEnds) {
+TEST(RunningInstance, theFirstIsActivatedUntilItEnds) {
     const TestBus bus;
     Caller caller(bus);
     std::vector<std::string> tokens;
     for (int start = 0; start < 2; ++start) {
-        const auto instance = becomeInstanceOnBus();
+        const auto instance = becomeRunningInstance();
         ASSERT_TRUE(instance);
         instance->onActivate = [&tokens](const std::string& token) { tokens.push_back(token); };
         tokens.clear();

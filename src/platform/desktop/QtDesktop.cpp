@@ -1,5 +1,6 @@
-#include "platform/desktop/QtAppearance.h"
+#include "platform/desktop/QtDesktop.h"
 
+#include <QClipboard>
 #include <QGuiApplication>
 #include <QPalette>
 
@@ -7,8 +8,8 @@ namespace kavendra {
 
 namespace {
 
-/// The colours that an appearance is made of, as 0xRRGGBB. Text has a contrast of at least 4.5 to 1 against
-/// whatever it stands on (WCAG 2.1, level AA), the disabled text too.
+/// The colours of an appearance, as 0xRRGGBB. All text, also disabled text, has a contrast of at least 4.5 to
+/// 1 against its background (WCAG 2.1, level AA).
 struct Colours {
     QRgb window, base, alternateBase, button, tooltip;
     QRgb text, placeholder, disabledText;
@@ -104,14 +105,23 @@ QPalette paletteOf(Appearance appearance) {
     case Appearance::system:
         break;
     }
-    return {}; // sets nothing, so all of it comes from the desktop and follows its changes
+    return {}; // an empty palette: all colours come from the desktop and follow its changes
+}
+
+bool hasApplication() {
+    return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
 } // namespace
 
 void applyAppearance(Appearance appearance) {
-    if (qobject_cast<QGuiApplication*>(QCoreApplication::instance()))
+    if (hasApplication())
         QGuiApplication::setPalette(paletteOf(appearance));
+}
+
+void putOnClipboard(const std::string& text) {
+    if (hasApplication())
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
 }
 
 } // namespace kavendra
