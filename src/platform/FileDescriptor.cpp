@@ -1,5 +1,7 @@
 #include "platform/FileDescriptor.h"
 
+#include "platform/Paths.h"
+
 #include <fcntl.h>
 
 #include <cerrno>
@@ -7,7 +9,7 @@
 namespace kavendra {
 
 Result<FileDescriptor> openFile(const std::string& path, int flags, mode_t permissions) {
-    if (path.find('\0') != std::string::npos)
+    if (containsNUL(path))
         return systemFailure(path, EINVAL);
     FileDescriptor file(open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, permissions));
     if (!file)

@@ -178,7 +178,7 @@ Result<std::string> followingLinks(const std::string& path) {
 } // namespace
 
 Result<void> replaceFile(const std::string& path, std::string_view content) {
-    if (path.find('\0') != std::string::npos)
+    if (containsNUL(path))
         return systemFailure(path, EINVAL);
     const auto target = followingLinks(path);
     if (!target)
@@ -206,7 +206,7 @@ Result<void> replaceFile(const std::string& path, std::string_view content) {
 }
 
 Result<void> writeFileAtomically(const std::string& path, std::string_view content, mode_t permissions) {
-    if (path.find('\0') != std::string::npos)
+    if (containsNUL(path))
         return systemFailure(path, EINVAL);
     TemporaryFile temporary(path, permissions);
     if (!temporary)

@@ -1,8 +1,8 @@
 #include "platform/Files.h"
 
 #include "base/Text.h"
+#include "platform/Paths.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,21 +10,32 @@
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <limits>
-#include <memory>
-#include <optional>
+#include <system_error>
 
 namespace kavendra {
+
+namespace fs = std::filesystem;
 
 namespace {
 
 constexpr std::size_t copyPieceSize = std::size_t{256} << 10;
 
-std::optional<struct stat> statusOf(const std::string& path) {
-    struct stat status{};
-    if (path.find('\0') != std::string::npos || stat(path.c_str(), &status) != 0)
-        return std::nullopt;
-    return status;
+fs::file_status statusOf(const std::string& path) {
+    std::error_code ignored;
+    return containsNUL(path) ? fs::file_status(fs::file_type::not_found) : fs::status(path, ignored);
+}
+
+/// Calls a function of std::filesystem that reports into the error code, unless `path` has a NUL byte.
+Result<void> attempt(const std::string& path, const std::function<void(std::error_code&)>& function) {
+    if (containsNUL(path))
+        return systemFailure(path, EINVAL);
+    std::error_code reason;
+    function(reason);
+    if (reason)
+        return systemFailure(path, reason.value());
+    return {};
 }
 
 /// Returns the size of an open regular file of at most `maximumSize` bytes; anything else is refused.
@@ -68,12 +79,11 @@ bool makePrivate(const std::string& path) {
 } // namespace
 
 bool exists(const std::string& path) {
-    return statusOf(path).has_value();
+    return fs::exists(statusOf(path));
 }
 
 bool isDirectory(const std::string& path) {
-    const auto status = statusOf(path);
-    return status && S_ISDIR(status->st_mode);
+    return fs::is_directory(statusOf(path));
 }
 
 bool isApplicationDirectory(const std::string& path) {
@@ -81,17 +91,16 @@ bool isApplicationDirectory(const std::string& path) {
 }
 
 bool isExecutableFile(const std::string& path) {
-    const auto status = statusOf(path);
-    return status && !S_ISDIR(status->st_mode) && access(path.c_str(), X_OK) == 0;
+    return !containsNUL(path) && !isDirectory(path) && access(path.c_str(), X_OK) == 0;
 }
 
 std::string absolutePath(const std::string& path) {
     std::error_code failed;
-    const std::filesystem::path whole = std::filesystem::absolute(path, failed);
+    const fs::path whole = fs::absolute(path, failed);
     if (failed)
         return path;
     std::string result;
-    for (const std::filesystem::path& component : whole.relative_path())
+    for (const fs::path& component : whole.relative_path())
         if (!component.empty() && component != ".")
             result.append("/").append(component.native());
     return result.empty() ? "/" : result;
@@ -133,17 +142,11 @@ Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize) {
 }
 
 Result<void> createDirectories(const std::string& path) {
-    if (path.find('\0') != std::string::npos)
-        return systemFailure(path, EINVAL);
-    std::error_code reason;
-    std::filesystem::create_directories(path, reason);
-    if (reason)
-        return systemFailure(path, reason.value());
-    return {};
+    return attempt(path, [&](std::error_code& reason) { fs::create_directories(path, reason); });
 }
 
 Result<std::string> privateDirectory(const std::string& path) {
-    if (path.find('\0') != std::string::npos)
+    if (containsNUL(path))
         return systemFailure(path, EINVAL);
     if (mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
         return systemFailure(path, errno);
@@ -156,23 +159,14 @@ Result<std::string> privateDirectory(const std::string& path) {
 }
 
 Result<std::vector<std::string>> listDirectory(const std::string& path) {
-    if (path.find('\0') != std::string::npos)
-        return systemFailure(path, EINVAL);
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(opendir(path.c_str()), closedir);
-    if (!directory)
-        return systemFailure(path, errno);
     std::vector<std::string> names;
-    for (;;) {
-        errno = 0;
-        const dirent* entry = readdir(directory.get());
-        if (!entry)
-            break;
-        const std::string_view name = entry->d_name;
-        if (name != "." && name != "..")
-            names.emplace_back(name);
-    }
-    if (errno != 0)
-        return systemFailure(path, errno);
+    const auto listed = attempt(path, [&](std::error_code& reason) {
+        for (fs::directory_iterator entry(path, reason); !reason && entry != fs::end(entry);
+             entry.increment(reason))
+            names.push_back(entry->path().filename().string());
+    });
+    if (!listed)
+        return std::unexpected(listed.error());
     return names;
 }
 
@@ -192,15 +186,12 @@ Result<void> copyFile(const std::string& source, const std::string& destination)
 }
 
 Result<void> setPermissions(const std::string& path, unsigned permissions) {
-    if (path.find('\0') != std::string::npos)
-        return systemFailure(path, EINVAL);
-    if (chmod(path.c_str(), static_cast<mode_t>(permissions)) != 0)
-        return systemFailure(path, errno);
-    return {};
+    return attempt(path,
+                   [&](std::error_code& reason) { fs::permissions(path, fs::perms(permissions), reason); });
 }
 
 Result<void> removeFile(const std::string& path) {
-    if (path.find('\0') != std::string::npos)
+    if (containsNUL(path))
         return systemFailure(path, EINVAL);
     if (unlink(path.c_str()) != 0 && errno != ENOENT)
         return systemFailure(path, errno);

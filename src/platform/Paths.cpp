@@ -38,6 +38,10 @@ std::string homeDirectoryOfUser(const std::string& name) {
 
 } // namespace
 
+bool containsNUL(std::string_view text) {
+    return text.find('\0') != std::string_view::npos;
+}
+
 std::string_view lastPathComponent(std::string_view path) {
     path = withoutTrailingSlashes(path);
     if (path == "/")
@@ -78,7 +82,7 @@ std::string expandingTilde(std::string_view path) {
     const std::size_t nameEnd = std::min(path.find('/'), path.size());
     const std::string user(path.substr(1, nameEnd - 1));
     std::string home = user.empty() ? homeDirectory() : homeDirectoryOfUser(user);
-    if (home.empty() || user.find('\0') != std::string::npos)
+    if (home.empty() || containsNUL(user))
         return std::string(path);
     if (home == "/" && nameEnd < path.size())
         home.clear();

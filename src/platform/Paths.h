@@ -7,6 +7,10 @@
 /// Whether anything exists at a path is not checked.
 namespace kavendra {
 
+/// Whether `text` has a NUL byte. System calls and std::filesystem cut a path there, so such a path must be
+/// refused.
+bool containsNUL(std::string_view text);
+
 /// Returns the part behind the last "/" (trailing slashes disregarded), "/" for the root.
 std::string_view lastPathComponent(std::string_view path);
 

@@ -1,6 +1,7 @@
 #include "platform/Processes.h"
 
 #include "platform/ChildProcess.h"
+#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -86,10 +87,6 @@ int readStatus(const FileDescriptor& end) {
     return status;
 }
 
-bool holdsNUL(const std::string& text) {
-    return text.find('\0') != std::string::npos;
-}
-
 /// Returns which path a start with this errno failed on: the program's, unless its directory is at fault.
 const std::string& failedPath(const std::string& executable, const std::string& workingDirectory) {
     const bool directoryIsUsable = workingDirectory.empty() || access(workingDirectory.c_str(), X_OK) == 0;
@@ -121,7 +118,8 @@ std::string_view Processes::variable(std::string_view name) const {
 
 Result<void> Processes::start(const std::string& executable, const std::vector<std::string>& arguments,
                               const std::string& workingDirectory) {
-    if (holdsNUL(executable) || holdsNUL(workingDirectory) || std::ranges::any_of(arguments, holdsNUL))
+    if (containsNUL(executable) || containsNUL(workingDirectory) ||
+        std::ranges::any_of(arguments, containsNUL))
         return systemFailure(executable, EINVAL);
     const int failure = startAndReap({.executable = executable,
                                       .arguments = arguments,
@@ -135,7 +133,7 @@ Result<void> Processes::start(const std::string& executable, const std::vector<s
 
 Result<ProgramOutcome> Processes::runAndWait(const std::string& executable,
                                              const std::vector<std::string>& arguments) {
-    if (holdsNUL(executable) || std::ranges::any_of(arguments, holdsNUL))
+    if (containsNUL(executable) || std::ranges::any_of(arguments, containsNUL))
         return systemFailure(executable, EINVAL);
     Result<Pipe> errors = makePipe(executable);
     if (!errors)

@@ -23,10 +23,6 @@ namespace {
 /// How long to wait for a file manager, which may have to be started first.
 constexpr int fileManagerTimeoutMilliseconds = 2000;
 
-bool holdsNUL(const std::string& text) {
-    return text.find('\0') != std::string::npos;
-}
-
 /// Returns the file URL of a path; a relative one is taken from the current directory.
 std::string fileURL(const std::string& path) {
     const GObjectHandle<GFile> file(g_file_new_for_path(path.c_str()));
@@ -125,7 +121,7 @@ bool showInFileManager(const std::string& uri) {
 
 /// Returns the desktop entry that a path or an id names, null when there is none that can be used.
 GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
-    if (holdsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
+    if (containsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
         return nullptr;
     if (exists(path))
         return GObjectHandle<GDesktopAppInfo>(g_desktop_app_info_new_from_filename(path.c_str()));
@@ -140,7 +136,7 @@ FreedesktopDesktop::FreedesktopDesktop(Processes& starter) : processes(starter) 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
 Result<void> FreedesktopDesktop::openURL(const std::string& url) {
-    if (holdsNUL(url))
+    if (containsNUL(url))
         return systemFailure(url, EINVAL);
     return openWithDefaultApplication(url, processes.programEnvironment());
 }

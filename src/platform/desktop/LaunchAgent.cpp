@@ -3,30 +3,9 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
+#include <QString>
+
 namespace kavendra {
-
-namespace {
-
-std::string escapedForXML(const std::string& text) {
-    std::string escaped;
-    for (const char character : text)
-        switch (character) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        default:
-            escaped += character;
-        }
-    return escaped;
-}
-
-} // namespace
 
 std::string launchAgentPath() {
     return joinedPath(homeDirectory(), "Library/LaunchAgents/kavendra.plist");
@@ -48,7 +27,7 @@ std::string launchAgent(const std::string& executable) {
 	<key>ProgramArguments</key>
 	<array>
 		<string>)" +
-           escapedForXML(executable) + R"(</string>
+           QString::fromStdString(executable).toHtmlEscaped().toStdString() + R"(</string>
 	</array>
 	<key>RunAtLoad</key>
 	<true/>
