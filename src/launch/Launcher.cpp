@@ -38,7 +38,7 @@ Launcher::Launcher(Desktop& systemDesktop, Processes& starter, LogLine logLine)
 Result<std::string_view> Launcher::launch(const LaunchItem& item) {
     const std::string_view command = trimmed(item.command);
     const std::string_view params = trimmed(item.params);
-    const std::string commandPath = typedPath(command);
+    const std::string commandPath = expandedPath(command);
 
     if (const auto url = webAddressOf(params); url && isApplicationBundle(commandPath))
         return outcome(launchKind::specificBrowser, openWebAddressWithApplication(*url, commandPath));
@@ -91,7 +91,7 @@ Result<void> Launcher::runCommand(const std::string& command, std::string_view p
     if (!arguments)
         return std::unexpected(std::move(arguments.error()));
     for (std::string& argument : *arguments)
-        argument = typedPath(argument);
+        argument = expandedPath(argument);
     return processes.start(*executable, *arguments);
 }
 

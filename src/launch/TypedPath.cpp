@@ -18,7 +18,7 @@ std::string_view withoutQuotes(std::string_view text) {
 } // namespace
 
 std::optional<std::string> existingPathOf(std::string_view text) {
-    const std::string path = typedPath(text);
+    const std::string path = expandedPath(text);
     if (path.empty() || !exists(path))
         return std::nullopt;
     return absolutePath(path);

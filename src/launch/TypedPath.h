@@ -8,7 +8,8 @@
 /// is absolute, so that no program takes it for an option.
 namespace kavendra {
 
-/// Returns the path that `text` is as typed by a person (see typedPath), nothing when nothing exists there.
+/// Returns the path that `text` is as typed by a person (see expandedPath), nothing when nothing exists
+/// there.
 std::optional<std::string> existingPathOf(std::string_view text);
 
 /// Returns the path that the text of the search field names, with or without quotes around it; nothing when

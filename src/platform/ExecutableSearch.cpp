@@ -33,7 +33,7 @@ std::vector<std::string_view> searchDirectories(std::string_view searchPath) {
 } // namespace
 
 std::optional<std::string> resolveExecutable(std::string_view name, std::string_view searchPath) {
-    std::string path = typedPath(name);
+    std::string path = expandedPath(name);
     if (path.empty())
         return std::nullopt;
     if (path.find('/') != std::string::npos)

@@ -89,7 +89,7 @@ std::string expandingTilde(std::string_view path) {
     return home.append(path.substr(nameEnd));
 }
 
-std::string typedPath(std::string_view text) {
+std::string expandedPath(std::string_view text) {
     return expandingTilde(trimmed(text));
 }
 

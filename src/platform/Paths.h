@@ -29,7 +29,7 @@ std::string joinedPath(std::string_view directory, std::string_view name);
 std::string expandingTilde(std::string_view path);
 
 /// Returns `text` as a path typed by a person: trimmed of white space, a leading tilde expanded.
-std::string typedPath(std::string_view text);
+std::string expandedPath(std::string_view text);
 
 /// Returns the home directory: $HOME, else the one of the user database, else "/".
 std::string homeDirectory();

@@ -30,7 +30,7 @@ TEST(Paths, expandsATildeOnlyInFrontAndOnlyForKnownUsers) {
     EXPECT_EQ(expandingTilde("/a/~"), "/a/~");
     EXPECT_EQ(expandingTilde("~root/x"), "/root/x");
     EXPECT_EQ(expandingTilde("~no-such-user/x"), "~no-such-user/x");
-    EXPECT_EQ(typedPath(" \t~/a\n"), "/home/someone/a");
+    EXPECT_EQ(expandedPath(" \t~/a\n"), "/home/someone/a");
     setenv("HOME", "/", 1);
     EXPECT_EQ(expandingTilde("~/a"), "/a");
 }
