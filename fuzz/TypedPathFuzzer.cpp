@@ -31,19 +31,19 @@ bool endsLikeTyping(std::string_view path) {
 
 } // namespace
 
-/// A search path is absolute, exists, is a file or a directory, and is found again by its own text and in
+/// A typed path is absolute, exists, is a file or a directory, and is found again by its own text and in
 /// quotes. The file system is only asked.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Home home;
     const std::string text(reinterpret_cast<const char*>(data), size);
     if (text.contains("proc"))
         return 0; // what exists there changes from call to call
-    const auto path = searchPathOf(text);
-    const auto file = searchPathFileOf(text);
-    const auto directory = searchPathDirectoryOf(text);
+    const auto path = typedPathOf(text);
+    const auto file = typedPathFileOf(text);
+    const auto directory = typedPathDirectoryOf(text);
     require(directory.has_value() == path.has_value());
     if (trimmed(text) == text)
-        require(searchPathOf(" '\"" + text + "\"'\n") == path);
+        require(typedPathOf(" '\"" + text + "\"'\n") == path);
     if (!path)
         return 0;
 
@@ -52,6 +52,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(!path->contains("//") && !path->ends_with("/.") && !path->contains("/./"));
     require(*path == "/" || joinedPath(parentPath(*path), lastPathComponent(*path)) == *path);
     if (!endsLikeTyping(*path))
-        require(searchPathOf(*path) == path);
+        require(typedPathOf(*path) == path);
     return 0;
 }

@@ -10,8 +10,8 @@
 namespace kavendra {
 
 /// What the search path menu is made of. The two referred to must outlive the menu.
-struct SearchPathMenuSource {
-    SearchPathActions& actions;
+struct TypedPathMenuSource {
+    TypedPathActions& actions;
     ExcelIntegration& excel;
     ReportOutcome report; ///< gets how a chosen action ended
 };
@@ -19,7 +19,7 @@ struct SearchPathMenuSource {
 /// Returns the three menus "Open", "Open Excel" and "Copy to Clipboard" for the text of the search field;
 /// `configured` are the programs of the settings. What is enabled is decided now; what an action acts on,
 /// when it is chosen.
-Menu searchPathMenu(const std::string& searchText, const std::vector<SearchPathAction>& configured,
-                    const SearchPathMenuSource& source);
+Menu typedPathMenu(const std::string& searchText, const std::vector<SearchPathAction>& configured,
+                   const TypedPathMenuSource& source);
 
 } // namespace kavendra

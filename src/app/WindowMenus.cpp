@@ -11,14 +11,14 @@ WindowMenus::WindowMenus(ContentView& contentView, Desktop& desktop, Processes& 
       excel(launcher), itemActions(desktop, launcher, excel),
       searchPathActions(desktop, processes, launcher) {}
 
-bool WindowMenus::hasSearchPath() const {
-    return searchPathOf(content.state().searchText).has_value();
+bool WindowMenus::hasTypedPath() const {
+    return typedPathOf(content.state().searchText).has_value();
 }
 
-Menu WindowMenus::searchPathMenu() {
+Menu WindowMenus::typedPathMenu() {
     const ContentViewState& state = content.state();
-    return kavendra::searchPathMenu(state.searchText, state.appSettings.searchPathActions,
-                                    {searchPathActions, excel, report()});
+    return kavendra::typedPathMenu(state.searchText, state.appSettings.searchPathActions,
+                                   {searchPathActions, excel, report()});
 }
 
 Menu WindowMenus::itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn) {

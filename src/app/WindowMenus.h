@@ -20,8 +20,8 @@ public:
     WindowMenus(ContentView& contentView, Desktop& desktop, Processes& processes);
 
     /// Whether the text of the search field names something that exists, so that there is a menu about it.
-    bool hasSearchPath() const;
-    Menu searchPathMenu();
+    bool hasTypedPath() const;
+    Menu typedPathMenu();
 
     /// `clickedColumn` is none when the menu is opened in no column.
     Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
@@ -45,7 +45,7 @@ private:
     Launcher launcher;
     ExcelIntegration excel;
     ItemActions itemActions;
-    SearchPathActions searchPathActions;
+    TypedPathActions searchPathActions;
 };
 
 } // namespace kavendra

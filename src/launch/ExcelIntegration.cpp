@@ -71,7 +71,7 @@ std::string_view menuTitle(ExcelOpenMode mode) {
 }
 
 std::optional<std::string> excelWorkbookOf(std::string_view searchText) {
-    return workbook(searchPathFileOf(searchText));
+    return workbook(typedPathFileOf(searchText));
 }
 
 std::optional<std::string> excelWorkbookOf(const LaunchItem& item) {
@@ -113,7 +113,7 @@ bool ExcelIntegration::isInstalled() const {
     return exists(applicationPath);
 }
 
-bool ExcelIntegration::canOpenSearchPath(std::string_view searchText) const {
+bool ExcelIntegration::canOpenTypedPath(std::string_view searchText) const {
     return isInstalled() && excelWorkbookOf(searchText);
 }
 
@@ -121,7 +121,7 @@ bool ExcelIntegration::canOpenItem(const LaunchItem& item) const {
     return isInstalled() && excelWorkbookOf(item);
 }
 
-ActionOutcome ExcelIntegration::openSearchPath(std::string_view searchText, ExcelOpenMode mode) {
+ActionOutcome ExcelIntegration::openTypedPath(std::string_view searchText, ExcelOpenMode mode) {
     const auto workbook = excelWorkbookOf(searchText);
     if (!workbook)
         return "No Excel file to open";

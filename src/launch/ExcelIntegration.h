@@ -45,10 +45,10 @@ public:
     /// `itemLauncher` must outlive this.
     explicit ExcelIntegration(Launcher& itemLauncher, std::string excelPath = defaultApplicationPath);
 
-    bool canOpenSearchPath(std::string_view searchText) const;
+    bool canOpenTypedPath(std::string_view searchText) const;
     bool canOpenItem(const LaunchItem& item) const;
 
-    ActionOutcome openSearchPath(std::string_view searchText, ExcelOpenMode mode);
+    ActionOutcome openTypedPath(std::string_view searchText, ExcelOpenMode mode);
     ActionOutcome openItem(const LaunchItem& item, ExcelOpenMode mode);
 
 private:

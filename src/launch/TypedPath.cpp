@@ -24,17 +24,17 @@ std::optional<std::string> existingPathOf(std::string_view text) {
     return absolutePath(path);
 }
 
-std::optional<std::string> searchPathOf(std::string_view searchText) {
+std::optional<std::string> typedPathOf(std::string_view searchText) {
     return existingPathOf(withoutQuotes(trimmed(searchText)));
 }
 
-std::optional<std::string> searchPathFileOf(std::string_view searchText) {
-    auto path = searchPathOf(searchText);
+std::optional<std::string> typedPathFileOf(std::string_view searchText) {
+    auto path = typedPathOf(searchText);
     return path && !isDirectory(*path) ? path : std::nullopt;
 }
 
-std::optional<std::string> searchPathDirectoryOf(std::string_view searchText) {
-    auto path = searchPathOf(searchText);
+std::optional<std::string> typedPathDirectoryOf(std::string_view searchText) {
+    auto path = typedPathOf(searchText);
     if (!path || isDirectory(*path))
         return path;
     return std::string(parentPath(*path));

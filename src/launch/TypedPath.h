@@ -14,12 +14,12 @@ std::optional<std::string> existingPathOf(std::string_view text);
 
 /// Returns the path that the text of the search field names, with or without quotes around it; nothing when
 /// nothing exists there.
-std::optional<std::string> searchPathOf(std::string_view searchText);
+std::optional<std::string> typedPathOf(std::string_view searchText);
 
 /// Returns the search path when it is no directory.
-std::optional<std::string> searchPathFileOf(std::string_view searchText);
+std::optional<std::string> typedPathFileOf(std::string_view searchText);
 
 /// Returns the search path when it is a directory, else the directory that it is in.
-std::optional<std::string> searchPathDirectoryOf(std::string_view searchText);
+std::optional<std::string> typedPathDirectoryOf(std::string_view searchText);
 
 } // namespace kavendra

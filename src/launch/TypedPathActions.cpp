@@ -7,52 +7,52 @@
 
 namespace kavendra {
 
-ActionOutcome SearchPathActions::openWithAssociatedApplication(std::string_view searchText) {
-    const auto path = searchPathOf(searchText);
+ActionOutcome TypedPathActions::openWithAssociatedApplication(std::string_view searchText) {
+    const auto path = typedPathOf(searchText);
     if (!path)
         return "No path to open";
     return desktop.openFile(*path) ? "Opened path" : "Failed to open path";
 }
 
-ActionOutcome SearchPathActions::openDirectoryInFinder(std::string_view searchText) {
-    const auto directory = searchPathDirectoryOf(searchText);
+ActionOutcome TypedPathActions::openDirectoryInFinder(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
     if (!directory)
         return "No directory to open";
     return outcomeOf(launcher.showDirectoryInFinder(*directory), "Opened directory in Finder");
 }
 
-ActionOutcome SearchPathActions::openDirectoryInTerminal(std::string_view searchText) {
-    const auto directory = searchPathDirectoryOf(searchText);
+ActionOutcome TypedPathActions::openDirectoryInTerminal(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
     if (!directory)
         return "No directory to open";
     return outcomeOf(launcher.openTerminal(*directory), "Opened directory in Terminal");
 }
 
-ActionOutcome SearchPathActions::copyDirectory(std::string_view searchText) {
-    const auto directory = searchPathDirectoryOf(searchText);
+ActionOutcome TypedPathActions::copyDirectory(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
     if (!directory)
         return "No directory to copy";
     desktop.copyText(*directory);
     return "Copied directory";
 }
 
-ActionOutcome SearchPathActions::copyFileName(std::string_view searchText) {
-    const auto path = searchPathOf(searchText);
+ActionOutcome TypedPathActions::copyFileName(std::string_view searchText) {
+    const auto path = typedPathOf(searchText);
     if (!path)
         return "No filename to copy";
     desktop.copyText(std::string(lastPathComponent(*path)));
     return "Copied filename";
 }
 
-bool SearchPathActions::canRun(const SearchPathAction& action) const {
+bool TypedPathActions::canRun(const SearchPathAction& action) const {
     return resolveExecutable(action.binaryPath, processes.variable("PATH")).has_value();
 }
 
-ActionOutcome SearchPathActions::run(const SearchPathAction& action, std::string_view searchText) {
+ActionOutcome TypedPathActions::run(const SearchPathAction& action, std::string_view searchText) {
     const std::string targetWord = lowercased(storedText(action.targetType));
     const auto target = action.targetType == SearchPathActionTargetType::file
-                            ? searchPathFileOf(searchText)
-                            : searchPathDirectoryOf(searchText);
+                            ? typedPathFileOf(searchText)
+                            : typedPathDirectoryOf(searchText);
     if (!target)
         return "No " + targetWord + " to open";
     const auto program = resolveExecutable(action.binaryPath, processes.variable("PATH"));

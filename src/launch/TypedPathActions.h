@@ -9,10 +9,10 @@
 namespace kavendra {
 
 /// What can be done with the path that the text of the search field names (see SearchPath.h).
-class SearchPathActions {
+class TypedPathActions {
 public:
     /// All three must outlive this.
-    SearchPathActions(Desktop& systemDesktop, Processes& starter, Launcher& itemLauncher)
+    TypedPathActions(Desktop& systemDesktop, Processes& starter, Launcher& itemLauncher)
         : desktop(systemDesktop), processes(starter), launcher(itemLauncher) {}
 
     ActionOutcome openWithAssociatedApplication(std::string_view searchText);

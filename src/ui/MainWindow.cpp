@@ -145,7 +145,7 @@ void MainWindow::wire() {
         return menus.itemMenu(item, column);
     };
     table->generalMenuProvider = [this] { return menus.generalMenu(); };
-    searchBar->folderButton().menuProvider = [this] { return menus.searchPathMenu(); };
+    searchBar->folderButton().menuProvider = [this] { return menus.typedPathMenu(); };
     searchBar->settingsButton().menuProvider = [this] {
         return menus.settingsMenu([this] { chooseDataDirectory(); });
     };
@@ -196,7 +196,7 @@ void MainWindow::showState() {
     const ContentViewState& state = content.state();
     searchBar->searchField().showText(state.searchText);
     searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
-    searchBar->folderButton().setVisible(menus.hasSearchPath());
+    searchBar->folderButton().setVisible(menus.hasTypedPath());
     table->show(state);
     itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     itemCount->setLayoutDirection(naturalDirection(itemCount->text()));

@@ -8,10 +8,10 @@ namespace {
 
 using enum SearchPathActionTargetType;
 
-class SearchPathMenuTest : public LaunchFixture {
+class TypedPathMenuTest : public LaunchFixture {
 protected:
     Menu menu(const std::string& searchText) {
-        return searchPathMenu(searchText, configured, {searchPathActions, excel, report()});
+        return typedPathMenu(searchText, configured, {searchPathActions, excel, report()});
     }
 
     std::vector<SearchPathAction> configured{
@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(SearchPathMenuTest, enablesWhatTheTextIsGoodFor) {
+TEST_F(TypedPathMenuTest, enablesWhatTheTextIsGoodFor) {
     const std::string noFile =
         "Open [(Open File with Associated App), (Open File with Tool), (Open File with Gone), -, ";
     const std::string someFile =
@@ -53,7 +53,7 @@ TEST_F(SearchPathMenuTest, enablesWhatTheTextIsGoodFor) {
               "(Open File with Associated App), -, Open Directory with Finder, Open Directory with Terminal");
 }
 
-TEST_F(SearchPathMenuTest, actsOnTheFileOrItsDirectory) {
+TEST_F(TypedPathMenuTest, actsOnTheFileOrItsDirectory) {
     struct Case {
         std::string text, title, outcome;
     };
@@ -78,7 +78,7 @@ TEST_F(SearchPathMenuTest, actsOnTheFileOrItsDirectory) {
     }
 }
 
-TEST_F(SearchPathMenuTest, looksForItsTargetAgainWhenChosen) {
+TEST_F(TypedPathMenuTest, looksForItsTargetAgainWhenChosen) {
     installExcel();
     const Menu before = menu("~/Book.XLSX");
     std::filesystem::remove(home.path("Book.XLSX"));
@@ -102,7 +102,7 @@ TEST_F(SearchPathMenuTest, looksForItsTargetAgainWhenChosen) {
     EXPECT_EQ(chosen(menu("~/notes.txt"), "Open File with Tool"), "Tool command not found");
 }
 
-TEST_F(SearchPathMenuTest, reportsWhatIsRefused) {
+TEST_F(TypedPathMenuTest, reportsWhatIsRefused) {
     desktop.accepts = false;
     desktop.terminalResult = std::unexpected(Error{folder + ": Permission denied"});
     processes.runResult = ProgramOutcome{.succeeded = false, .standardError = " no display\n"};

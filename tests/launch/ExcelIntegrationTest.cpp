@@ -24,8 +24,8 @@ protected:
     std::string openItem(const std::string& command, ExcelOpenMode mode) {
         return withCalls(outcomeText(excel.openItem(item(command), mode)));
     }
-    std::string openSearchPath(const std::string& text, ExcelOpenMode mode) {
-        return withCalls(outcomeText(excel.openSearchPath(text, mode)));
+    std::string openTypedPath(const std::string& text, ExcelOpenMode mode) {
+        return withCalls(outcomeText(excel.openTypedPath(text, mode)));
     }
 
     /// Returns the path of the one copy that has been made since the last call, having looked at it.
@@ -88,7 +88,7 @@ TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyOfItsOwnInEachMode) {
     const std::string newSessionOf = "run /usr/bin/open|-n|-a|" + excelPath + "|";
     for (const bool fromItem : {false, true}) {
         const auto opened = [&](const std::string& path, ExcelOpenMode mode) {
-            return fromItem ? openItem(path, mode) : openSearchPath(path, mode);
+            return fromItem ? openItem(path, mode) : openTypedPath(path, mode);
         };
         const std::string report =
             fromItem ? "Opened Command file in Excel " : "Opened search path in Excel ";
@@ -105,10 +105,10 @@ TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyOfItsOwnInEachMode) {
 
 TEST_F(ExcelIntegrationTest, looksForExcelInOnePlace) {
     EXPECT_STREQ(ExcelIntegration::defaultApplicationPath, "/Applications/Microsoft Excel.app");
-    EXPECT_EQ(openSearchPath(workbook, readOnly), "Microsoft Excel not found");
+    EXPECT_EQ(openTypedPath(workbook, readOnly), "Microsoft Excel not found");
     EXPECT_EQ(openItem(workbook, newSession), "Microsoft Excel not found");
     installExcel();
-    EXPECT_EQ(openSearchPath("~/folder.xlsx", readOnly), "No Excel file to open");
+    EXPECT_EQ(openTypedPath("~/folder.xlsx", readOnly), "No Excel file to open");
     EXPECT_EQ(openItem("~/gone.xlsx", readOnly), "No Excel file available in Command");
 }
 

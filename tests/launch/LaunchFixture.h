@@ -61,7 +61,7 @@ protected:
     std::string excelPath = home.path("Microsoft Excel.app");
     ExcelIntegration excel{launcher, excelPath};
     ItemActions itemActions{desktop, launcher, excel};
-    SearchPathActions searchPathActions{desktop, processes, launcher};
+    TypedPathActions searchPathActions{desktop, processes, launcher};
     std::string reported;
 };
 

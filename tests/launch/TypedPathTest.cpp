@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-TEST(SearchPath, isWhatTheTextNames) {
+TEST(TypedPath, isWhatTheTextNames) {
     const TemporaryDirectory home;
     setenv("HOME", home.path().c_str(), 1);
     const std::string folder = home.path("a \"b\" it's\\");
@@ -52,21 +52,21 @@ TEST(SearchPath, isWhatTheTextNames) {
              Case{std::string(1000000, '/'), "", "", ""},
          }) {
         SCOPED_TRACE(c.text.substr(0, 100));
-        EXPECT_EQ(searchPathOf(c.text).value_or(""), c.path);
-        EXPECT_EQ(searchPathFileOf(c.text).value_or(""), c.file);
-        EXPECT_EQ(searchPathDirectoryOf(c.text).value_or(""), c.directory);
+        EXPECT_EQ(typedPathOf(c.text).value_or(""), c.path);
+        EXPECT_EQ(typedPathFileOf(c.text).value_or(""), c.file);
+        EXPECT_EQ(typedPathDirectoryOf(c.text).value_or(""), c.directory);
     }
     std::filesystem::current_path(before);
 }
 
-TEST(SearchPath, isNotSeenBehindADirectoryWithoutPermission) {
+TEST(TypedPath, isNotSeenBehindADirectoryWithoutPermission) {
     const TemporaryDirectory home;
     const ScopedOrdinaryUser user(home.path());
     std::filesystem::create_directories(home.path("closed"));
     home.write("closed/notes.txt", "");
     chmod(home.path("closed").c_str(), 0);
-    EXPECT_EQ(searchPathOf(home.path("closed")), home.path("closed"));
-    EXPECT_EQ(searchPathOf(home.path("closed/notes.txt")), std::nullopt);
+    EXPECT_EQ(typedPathOf(home.path("closed")), home.path("closed"));
+    EXPECT_EQ(typedPathOf(home.path("closed/notes.txt")), std::nullopt);
     chmod(home.path("closed").c_str(), 0700);
 }
 

@@ -48,7 +48,7 @@ TEST_F(TranslationTest, japaneseIsComplete) {
                                    "Yes",
                                    "No"};
     collect(menus.settingsMenu([] {}), texts);
-    collect(menus.searchPathMenu(), texts);
+    collect(menus.typedPathMenu(), texts);
     collect(menus.itemMenu(content.filteredItems().items[0], std::nullopt), texts);
     EXPECT_GT(texts.size(), 35U);
     for (const std::string& text : texts)
