@@ -15,8 +15,9 @@
 
 namespace {
 
-/// The tokens that this start was given are for this window, not for the programs that it starts.
-std::vector<std::string> environmentOfPrograms() {
+/// Returns the environment for launched programs: that of this process without its activation tokens, which
+/// are for its own window.
+std::vector<std::string> programEnvironment() {
     std::vector<std::string> environment = kavendra::Processes::currentEnvironment();
     std::erase_if(environment, [](const std::string& entry) {
         return entry.starts_with("XDG_ACTIVATION_TOKEN=") || entry.starts_with("DESKTOP_STARTUP_ID=");
@@ -28,9 +29,9 @@ std::vector<std::string> environmentOfPrograms() {
 
 int main(int argc, char* argv[]) {
     using namespace kavendra;
-    // Before anything else can change it: this is what launched programs get.
-    Processes processes(environmentOfPrograms());
-    // Writing over a limit or to a closed pipe fails with an error that is shown, not with a signal.
+    // First, because libraries change the environment.
+    Processes processes(programEnvironment());
+    // Write errors (file size limit, closed pipe) are reported as errors instead of ending the process.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
 

@@ -14,17 +14,24 @@ namespace kavendra {
 
 namespace {
 
-/// The attributes and file actions of one posix_spawn. The first failure is kept.
-class SpawnOptions {
-public:
+/// The arguments of posix_spawn that need cleaning up. `failure` is the errno value of the first call that
+/// failed.
+struct SpawnOptions {
     explicit SpawnOptions(const ChildProcess& child) {
         posix_spawnattr_init(&attributes);
         posix_spawn_file_actions_init(&actions);
-        setSessionAndSignals();
+        sigset_t none;
+        sigset_t all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        check(posix_spawnattr_setsigmask(&attributes, &none));
+        check(posix_spawnattr_setsigdefault(&attributes, &all));
+        check(posix_spawnattr_setflags(&attributes,
+                                       POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
         if (child.standardError)
-            note(posix_spawn_file_actions_adddup2(&actions, child.standardError.get(), STDERR_FILENO));
+            check(posix_spawn_file_actions_adddup2(&actions, child.standardError.get(), STDERR_FILENO));
         if (!child.workingDirectory.empty())
-            note(posix_spawn_file_actions_addchdir_np(&actions, child.workingDirectory.c_str()));
+            check(posix_spawn_file_actions_addchdir_np(&actions, child.workingDirectory.c_str()));
     }
     ~SpawnOptions() {
         posix_spawn_file_actions_destroy(&actions);
@@ -33,45 +40,29 @@ public:
     SpawnOptions(const SpawnOptions&) = delete;
     SpawnOptions& operator=(const SpawnOptions&) = delete;
 
-    int failure = 0;
-    posix_spawnattr_t attributes{};
-    posix_spawn_file_actions_t actions{};
-
-private:
-    void setSessionAndSignals() {
-        sigset_t none;
-        sigset_t all;
-        sigemptyset(&none);
-        sigfillset(&all);
-        note(posix_spawnattr_setsigmask(&attributes, &none));
-        note(posix_spawnattr_setsigdefault(&attributes, &all));
-        note(posix_spawnattr_setflags(&attributes,
-                                      POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF));
-    }
-
-    void note(int result) {
+    void check(int result) {
         if (failure == 0)
             failure = result;
     }
+
+    int failure = 0;
+    posix_spawnattr_t attributes{};
+    posix_spawn_file_actions_t actions{};
 };
 
-char* pointerTo(const std::string& text) {
-    return const_cast<char*>(text.c_str()); // posix_spawn does not write to it
-}
-
-std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 2);
+/// Appends pointers to `texts`, followed by the null pointer that ends such a list.
+void appendPointers(std::vector<char*>& pointers, const std::vector<std::string>& texts) {
     for (const std::string& text : texts)
-        pointers.push_back(pointerTo(text));
+        pointers.push_back(const_cast<char*>(text.c_str())); // posix_spawn does not write to it
     pointers.push_back(nullptr);
-    return pointers;
 }
 
+/// Starts the program. Returns 0 and sets `process`, or returns an errno value.
 int spawn(const ChildProcess& child, pid_t& process) {
-    std::vector<char*> arguments = pointersTo(child.arguments);
-    arguments.insert(arguments.begin(), pointerTo(child.executable));
-    const std::vector<char*> environment = pointersTo(child.environment);
+    std::vector<char*> arguments{const_cast<char*>(child.executable.c_str())};
+    appendPointers(arguments, child.arguments);
+    std::vector<char*> environment;
+    appendPointers(environment, child.environment);
     const SpawnOptions options(child);
     if (options.failure != 0)
         return options.failure;
@@ -79,7 +70,7 @@ int spawn(const ChildProcess& child, pid_t& process) {
                        arguments.data(), environment.data());
 }
 
-/// Returns the wait status of a child, or one that is no success when somebody else has taken it.
+/// Waits for a child and returns its wait status, or that of a failed program if the status is not available.
 int reap(pid_t process) {
     int status = 0;
     while (waitpid(process, &status, 0) < 0)
@@ -90,21 +81,22 @@ int reap(pid_t process) {
 
 } // namespace
 
-// A thread a child, because all else that leaves no zombie belongs to the whole process: a handler of SIGCHLD
-// or a wait for any child would take the ends of children that the libraries wait for themselves. The thread
-// starts the child too, so that none can run without the one who waits for it.
-int startAndReap(ChildProcess child, std::function<void(int status)> ended) {
+// One thread for each child starts it and waits for it. A SIGCHLD handler or a wait for any child would also
+// take the status of children that libraries wait for. The thread is created before the child, so that a
+// failure to create it leaves no child that nobody waits for; `outcome` passes the result of the start to the
+// caller.
+int startAndReap(ChildProcess child, std::function<void(int status)> exited) {
     std::promise<int> outcome;
     std::future<int> started = outcome.get_future();
     try {
-        std::thread([child = std::move(child), ended = std::move(ended),
+        std::thread([child = std::move(child), exited = std::move(exited),
                      outcome = std::move(outcome)]() mutable {
             pid_t process = 0;
             const int failure = spawn(child, process);
-            child = {}; // closes our end of its standard error
+            child = {}; // closes this process's copy of its standard error
             outcome.set_value(failure);
             if (failure == 0)
-                ended(reap(process));
+                exited(reap(process));
         }).detach();
     } catch (const std::system_error& error) {
         return error.code().value();

@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-/// All that a program is started with.
+/// How to start a program.
 struct ChildProcess {
     std::string executable;
     std::vector<std::string> arguments;              ///< without the program's own name
@@ -17,9 +17,9 @@ struct ChildProcess {
     FileDescriptor standardError = FileDescriptor{}; ///< inherited when there is none
 };
 
-/// Starts a program in a session of its own with default signal handling, and reaps it when it ends; `ended`
-/// is called then with its wait status, on another thread. Returns 0, or the errno value of what prevented
-/// the start; then `ended` is never called.
-int startAndReap(ChildProcess child, std::function<void(int status)> ended);
+/// Starts a program in a new session with default signal handling, and reaps it when it ends. Then `exited`
+/// is called on another thread with the wait status. Returns 0, or an errno value if the program was not
+/// started; `exited` is not called then.
+int startAndReap(ChildProcess child, std::function<void(int status)> exited);
 
 } // namespace kavendra

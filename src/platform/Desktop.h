@@ -9,12 +9,12 @@ namespace kavendra {
 
 enum class Appearance { system, light, dark };
 
-/// What the desktop knows about starting kavendra at login.
+/// The state of launch at login in the desktop.
 enum class StartupRegistrationStatus {
     notRegistered,
     enabled,
-    requiresApproval, ///< registered, but switched off in the desktop's own settings
-    notFound,         ///< there is no installed program that could be started
+    requiresApproval, ///< registered, but switched off in the desktop's settings
+    notFound,         ///< no executable to start is known
 };
 
 /// What the desktop does for an application; one implementation per system. Every call waits for the
@@ -30,8 +30,8 @@ public:
     /// Opens a file with the default application of its type.
     virtual Result<void> openFile(const std::string& path) = 0;
 
-    /// Whether `path` names an application that an address can be opened with: an existing application
-    /// directory (".app"), and on freedesktop systems also a desktop entry (".desktop").
+    /// Whether `path` is an application: an existing application directory (".app"), on freedesktop systems
+    /// also a desktop entry (".desktop").
     virtual bool isApplication(const std::string& path) = 0;
 
     /// Opens an address with an application, one for which isApplication is true.

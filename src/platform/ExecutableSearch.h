@@ -6,9 +6,10 @@
 
 namespace kavendra {
 
-/// Returns the path of the program that `name` (typed: trimmed, a tilde expanded) stands for, nothing when
-/// there is none. A name with a "/" is a path and is not searched; another one is looked for in the
-/// directories of `searchPath` (in the form of $PATH), then in the directories where programs usually are.
-std::optional<std::string> resolveExecutable(std::string_view name, std::string_view searchPath);
+/// Returns the path of the program `name`, nothing when there is none. White space around the name is removed
+/// and a leading tilde expanded. A name with a "/" is a path and is returned unchanged if it is executable;
+/// any other name is searched in the directories of `pathVariable` (a value of $PATH), then in the usual
+/// directories of programs, and the result is absolute.
+std::optional<std::string> resolveExecutable(std::string_view name, std::string_view pathVariable);
 
 } // namespace kavendra

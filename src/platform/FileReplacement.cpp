@@ -22,7 +22,7 @@ namespace {
 constexpr int maximumLinks = 40; // as Linux, path_resolution(7)
 constexpr int maximumAttempts = 3;
 
-/// How far a file that is written in place is padded; far more than a settings file holds.
+/// Limit of the padding of a file that is written in place; far more than a settings file holds.
 constexpr std::size_t maximumPadding = std::size_t{4} << 20;
 
 std::string temporaryNamePrefix(std::string_view target) {
@@ -34,8 +34,8 @@ bool isUUIDText(std::string_view text) {
            text.find_first_not_of("0123456789ABCDEF-") == std::string_view::npos;
 }
 
-/// Removes the temporary files that killed saves of `target` left. A save holds a lock on its file, so those
-/// of saves in progress stay.
+/// Removes temporary files of `target` that killed processes have left. A process that is still writing holds
+/// a lock on its file.
 void removeLeftovers(const std::string& target) {
     const std::string prefix = temporaryNamePrefix(target);
     for (const std::string& name :
@@ -50,14 +50,14 @@ void removeLeftovers(const std::string& target) {
     }
 }
 
-/// A locked file in the directory of `target` that is going to take its place; removed when it does not.
+/// A locked file in the directory of `target`, to be renamed to it; removed by the destructor otherwise.
 class TemporaryFile {
 public:
-    /// Makes an empty file. Without one, error() is the reason.
+    /// Creates an empty file. On failure the object is false and error() is the errno value.
     TemporaryFile(const std::string& target, mode_t permissions) : m_target(target) {
         removeLeftovers(target);
         const std::string prefix = joinedPath(parentPath(target), temporaryNamePrefix(target));
-        // Again when another process took the new file for a leftover before it was locked.
+        // Try again if another process has removed the file before it was locked.
         for (int attempt = 0; attempt < maximumAttempts && !hasName(); ++attempt) {
             m_path = prefix + UUID::random().text();
             m_file =
@@ -66,7 +66,7 @@ public:
                 m_reason = errno;
                 return;
             }
-            flock(m_file.get(), LOCK_EX | LOCK_NB); // without locks on this file system nothing is removed
+            flock(m_file.get(), LOCK_EX | LOCK_NB); // if it fails, it also fails in removeLeftovers
         }
     }
     ~TemporaryFile() {
@@ -79,7 +79,7 @@ public:
     explicit operator bool() const { return static_cast<bool>(m_file); }
     int error() const { return m_reason; }
 
-    /// Takes owner, group and mode over; returns whether that is allowed.
+    /// Copies owner, group and mode. Returns false if that is not allowed.
     bool takeOwnerAndMode(const struct stat& old) {
         struct stat own{};
         if (fstat(m_file.get(), &own) != 0)
@@ -97,14 +97,14 @@ public:
         return {};
     }
 
-    /// Renames the file to the target. Returns false when the system refuses, with error() as the reason.
+    /// Renames the file to the target. Returns false on failure; error() is the errno value.
     bool takePlace() {
         if (rename(m_path.c_str(), m_target.c_str()) != 0) {
             m_reason = errno;
             return false;
         }
         m_path.clear();
-        // The content is safe by now; where a directory cannot be flushed, the old one may come back.
+        // Flushes the rename. An error is ignored: a power cut could only bring the old file back.
         if (const auto directory = openFile(std::string(parentPath(m_target)), O_RDONLY | O_DIRECTORY))
             fsync(directory->get());
         return true;
@@ -122,7 +122,7 @@ private:
     int m_reason = 0;
 };
 
-/// Whether the reason for which a file was not made or renamed is its directory's.
+/// Whether an errno value of open(2) or rename(2) means that the directory does not allow a new file.
 bool isRefusal(int reason) {
     constexpr std::array reasons{EACCES, EPERM, EROFS, EBUSY, ENAMETOOLONG};
     return std::ranges::find(reasons, reason) != reasons.end();
@@ -140,9 +140,9 @@ Result<void> writeAt(std::size_t position, const FileDescriptor& file, const std
     return {};
 }
 
-/// Writes over the content of an open text file. Line feeds fill the difference in length while that is done:
-/// a longer file has its room before a byte of the old content is touched, and a process that is killed
-/// before the file is cut leaves the whole text, with empty lines behind it.
+/// Overwrites an open text file. The shorter of the two contents is padded with line feeds: the file first
+/// grows to its new size, so that a full disk is detected before the old content is changed; and if the
+/// process is killed before the file is truncated, the new text is complete, with empty lines at its end.
 Result<void> writeInPlace(const FileDescriptor& file, const std::string& path, std::string_view content,
                           std::size_t oldSize) {
     if (content.size() > oldSize) {
@@ -162,7 +162,7 @@ Result<void> writeInPlace(const FileDescriptor& file, const std::string& path, s
     return {};
 }
 
-/// Returns the path that the links at `path` lead to, which may be missing.
+/// Returns the target of the symbolic links at `path`, which may be missing. Fails with ELOOP.
 Result<std::string> followingLinks(const std::string& path) {
     std::string result = path;
     for (int links = 0; links < maximumLinks; ++links) {

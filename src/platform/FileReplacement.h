@@ -7,22 +7,22 @@
 #include <string>
 #include <string_view>
 
-/// Writing whole files through a temporary file beside them: a reader, a killed process and a power cut find
-/// the old content or the new, never a part. Failures name the path and the system's reason, and leave the
-/// old content whole.
+/// Replaces whole files by a temporary file in the same directory and rename(2): readers see the old or the
+/// new content, never a part of it, also after a crash or a power cut. On failure the old content is kept.
+/// Errors have the text "path: reason".
 namespace kavendra {
 
-/// Replaces the content of a text file, creating it when missing. Links are followed, also to a file that is
-/// missing; the mode, the owner and the group stay. A file that this process may not write is not replaced.
+/// Replaces the content of a text file or creates the file. Follows symbolic links, also to a missing file.
+/// Keeps mode, owner and group. Fails for a file that this process may not write.
 ///
-/// The file is written in place where it has several hard links, where its owner or group cannot be kept, or
-/// where its directory lets no file be made or renamed (a read-only or sticky directory, a bind-mounted
-/// file). A full disk does no harm there either, but a power cut, or a kill in a write of several pages, can
-/// leave a mixture.
+/// The file is written in place if it has several hard links, if its owner or group cannot be kept, or if its
+/// directory does not allow creating or renaming files (read-only or sticky directory, bind-mounted file). A
+/// full disk is detected before the old content is changed, but a power cut, or a kill during a write of
+/// several pages, can leave a mixture of both contents.
 Result<void> replaceFile(const std::string& path, std::string_view content);
 
-/// Puts a new file at `path`; a link there is replaced, not followed. `permissions` are those of the new
-/// file, less the process's umask.
+/// Creates or replaces the file at `path`; a symbolic link is replaced, not followed. The new file has
+/// `permissions` without the bits of the process's umask.
 Result<void> writeFileAtomically(const std::string& path, std::string_view content,
                                  mode_t permissions = 0666);
 

@@ -38,7 +38,7 @@ Result<void> attempt(const std::string& path, const std::function<void(std::erro
     return {};
 }
 
-/// Returns the size of an open regular file of at most `maximumSize` bytes; anything else is refused.
+/// Returns the size of an open regular file. Fails for other types, and with EFBIG above `maximumSize`.
 Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::string& path,
                                     std::size_t maximumSize = std::numeric_limits<std::size_t>::max()) {
     const auto status = regularFileStatus(file, path);
@@ -50,7 +50,7 @@ Result<std::size_t> regularFileSize(const FileDescriptor& file, const std::strin
     return size;
 }
 
-/// Writes the rest of one open file to another.
+/// Copies an open file, from its position to its end, to another one. The paths are for error texts.
 Result<void> copyContent(const FileDescriptor& from, const std::string& source, const FileDescriptor& to,
                          const std::string& destination) {
     std::vector<char> piece(copyPieceSize);
@@ -122,7 +122,7 @@ Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize) {
     const auto size = regularFileSize(*file, path);
     if (!size)
         return std::unexpected(size.error());
-    // One byte more than the size tells a file that grew meanwhile, and some files of /proc have no size.
+    // The size is only a hint: a file may grow meanwhile, and files in /proc have size 0.
     ByteBuffer content(*size + 1);
     for (;;) {
         if (content.size() == content.capacity())

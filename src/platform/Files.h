@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-/// Files by path. A path that holds a NUL byte names nothing: it never exists, and acting on it fails with
-/// EINVAL. Every failure names the path and the system's reason.
+/// Access to files by path. A path with a NUL byte never exists; functions that use it fail with EINVAL.
+/// Errors have the text "path: reason", the reason in strerror's words.
 namespace kavendra {
 
 bool exists(const std::string& path);
@@ -16,21 +16,22 @@ bool isDirectory(const std::string& path);
 /// Whether `path` is an existing directory whose path ends with ".app" in any letter case: an application on
 /// macOS.
 bool isApplicationDirectory(const std::string& path);
-/// Whether `path` is a file that this process may execute (a directory is not).
+/// Whether this process may execute the file at `path`; false for a directory.
 bool isExecutableFile(const std::string& path);
 
-/// Returns `path` from the root on, without empty and "." components. A ".." stays, because behind a link it
-/// does not lead back. A path that cannot be made absolute comes back as it is.
+/// Returns `path` as an absolute path, without empty and "." components. A ".." is kept: after a symbolic
+/// link it is not the inverse of the component before it. Returns `path` itself if the current directory is
+/// unknown.
 std::string absolutePath(const std::string& path);
 
-/// Opens a regular file of at most `maximumSize` bytes for reading. Anything that is not a regular file (a
-/// directory, a pipe, a device) fails at once, without being read; so does a larger file (EFBIG).
+/// Opens a regular file of at most `maximumSize` bytes for reading. Fails without reading for other types
+/// (a directory, a pipe, a device) and for a larger file (EFBIG).
 Result<FileDescriptor> openRegularFile(const std::string& path, std::size_t maximumSize);
 
-/// Reads the whole of what openRegularFile opens.
+/// Reads a whole file. Same errors as openRegularFile.
 Result<ByteBuffer> readFile(const std::string& path, std::size_t maximumSize);
 
-/// Creates the directory with all that is missing above it; an existing directory is no error.
+/// Creates a directory and its missing parents; no error if it exists.
 Result<void> createDirectories(const std::string& path);
 
 /// Creates a directory that only this user can enter (mode 0700), or restricts an existing one, and returns
@@ -38,17 +39,17 @@ Result<void> createDirectories(const std::string& path);
 /// of another user.
 Result<std::string> privateDirectory(const std::string& path);
 
-/// Returns the names of the entries of a directory, hidden ones included, in no order.
+/// Returns the names of all entries of a directory, also hidden ones, in no particular order.
 Result<std::vector<std::string>> listDirectory(const std::string& path);
 
-/// Copies the content of a regular file to a new file, which only its owner may read and write. Fails when
-/// something stands at `destination` (EEXIST); a copy that fails half-way is removed.
+/// Copies the content of a regular file to a new file with mode 0600. Fails with EEXIST if `destination`
+/// exists. An incomplete copy is removed.
 Result<void> copyFile(const std::string& source, const std::string& destination);
 
-/// Sets the permissions of a file or directory; `permissions` are the POSIX bits, as for chmod.
+/// Sets the permissions of a file or directory; `permissions` as for chmod(2).
 Result<void> setPermissions(const std::string& path, unsigned permissions);
 
-/// Removes a file; a missing one is no error.
+/// Removes a file; no error if there is none.
 Result<void> removeFile(const std::string& path);
 
 /// Appends to an existing regular file.

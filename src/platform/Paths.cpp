@@ -23,8 +23,8 @@ std::string environmentVariable(const char* name) {
     return value ? value : "";
 }
 
-/// Returns the home directory of the user with that name, of this process's user for the empty name; empty
-/// when the user database has none.
+/// Returns a user's home directory from the user database, empty when it has none. The empty name is the user
+/// of this process.
 std::string homeDirectoryOfUser(const std::string& name) {
     std::vector<char> storage(16384);
     passwd entry{};

@@ -11,30 +11,30 @@ namespace kavendra {
 /// refused.
 bool containsNUL(std::string_view text);
 
-/// Returns the part behind the last "/" (trailing slashes disregarded), "/" for the root.
+/// Returns the part after the last "/", ignoring trailing slashes; "/" for the root.
 std::string_view lastPathComponent(std::string_view path);
 
 /// Returns `path` without its last component, "/" for a path directly below the root, "." for a bare name.
 std::string_view parentPath(std::string_view path);
 
 /// Returns the extension of the last component, without the dot, in ASCII lower case: "csv" for "a/B.CSV".
-/// A name that only begins with a dot (".csv") has none.
+/// A dot at the beginning of the name (".csv") begins no extension.
 std::string lowercasedExtension(std::string_view path);
 
 /// Returns `directory` + "/" + `name`; the name alone when the directory is empty.
 std::string joinedPath(std::string_view directory, std::string_view name);
 
-/// Replaces a leading "~" or "~user" by that home directory; other paths, and unknown users, stay as they
-/// are.
+/// Replaces a leading "~" or "~user" by that user's home directory. Other paths, and those of unknown users,
+/// are returned unchanged.
 std::string expandingTilde(std::string_view path);
 
-/// Returns `text` as a path typed by a person: trimmed of white space, a leading tilde expanded.
+/// Removes white space around a path that a user has typed and expands a leading tilde.
 std::string expandedPath(std::string_view text);
 
-/// Returns the home directory: $HOME, else the one of the user database, else "/".
+/// Returns the home directory: $HOME, else from the user database, else "/".
 std::string homeDirectory();
 
-/// Returns the directory for a user's temporary files: $TMPDIR, else "/tmp".
+/// Returns the directory for temporary files: $TMPDIR, else "/tmp".
 std::string temporaryDirectory();
 
 /// Returns the per-user directory below which applications keep their configuration.

@@ -16,11 +16,11 @@ namespace kavendra {
 namespace {
 
 constexpr const char* group = G_KEY_FILE_DESKTOP_GROUP;
-constexpr const char* gnomeSwitch = "X-GNOME-Autostart-enabled";
-/// What the settings of desktops set to false instead of hiding an entry.
-constexpr std::array desktopSwitches{gnomeSwitch, "X-MATE-Autostart-enabled"};
+constexpr const char* gnomeEnabledKey = "X-GNOME-Autostart-enabled";
+/// Keys that settings programs set to false to disable an entry, instead of setting Hidden.
+constexpr std::array enabledKeys{gnomeEnabledKey, "X-MATE-Autostart-enabled"};
 
-/// A larger file is nobody's desktop entry.
+/// Size limit for a desktop entry.
 constexpr std::size_t maximumEntrySize = std::size_t{1} << 20;
 
 struct GKeyFileRelease {
@@ -40,7 +40,7 @@ KeyFile readEntry(const std::string& path) {
     return isEntry ? std::move(entry) : nullptr;
 }
 
-/// Returns a boolean of the entry, nothing where it is missing or no boolean.
+/// Returns a boolean of the entry, nothing if it is missing or not a boolean.
 std::optional<bool> flag(GKeyFile* entry, const char* key) {
     GError* error = nullptr;
     const bool value = g_key_file_get_boolean(entry, group, key, &error);
@@ -50,8 +50,8 @@ std::optional<bool> flag(GKeyFile* entry, const char* key) {
     return std::nullopt;
 }
 
-/// Returns an argument as the Exec key wants it: in double quotes, with a backslash before what is special
-/// between them, and "%" doubled because it begins a field code.
+/// Quotes an argument for the Exec key: in double quotes, special characters escaped by a backslash, and "%",
+/// which begins a field code, doubled.
 std::string quotedArgument(std::string_view argument) {
     std::string quoted = "\"";
     for (const char character : argument) {
@@ -64,8 +64,8 @@ std::string quotedArgument(std::string_view argument) {
     return quoted + '"';
 }
 
-/// Returns the value of the Exec key. The first word may not hold an equal sign, and GLib looks for it before
-/// it undoubles "%": a path with either goes through a shell.
+/// Returns the value of the Exec key. The program name must not contain "=", and GLib searches for the
+/// program before it replaces "%%" by "%": a path with one of them is started by a shell.
 std::string execLine(const std::string& executable) {
     const std::string program = quotedArgument(executable);
     return executable.find_first_of("=%") == std::string::npos
@@ -89,9 +89,9 @@ StartupRegistrationStatus autostartStatus(const std::string& entryPath, const st
     const KeyFile entry = readEntry(entryPath);
     if (!entry)
         return StartupRegistrationStatus::notRegistered;
-    const bool isOff = flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN) == true ||
-                       std::ranges::any_of(desktopSwitches,
-                                           [&](const char* key) { return flag(entry.get(), key) == false; });
+    const bool isOff =
+        flag(entry.get(), G_KEY_FILE_DESKTOP_KEY_HIDDEN) == true ||
+        std::ranges::any_of(enabledKeys, [&](const char* key) { return flag(entry.get(), key) == false; });
     return isOff ? StartupRegistrationStatus::requiresApproval : StartupRegistrationStatus::enabled;
 }
 
@@ -110,7 +110,7 @@ Result<std::string> autostartEntry(const std::string& executable) {
     set(G_KEY_FILE_DESKTOP_KEY_EXEC, execLine(executable));
     set(G_KEY_FILE_DESKTOP_KEY_ICON, "kavendra");
     g_key_file_set_boolean(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
-    g_key_file_set_boolean(entry.get(), group, gnomeSwitch, TRUE);
+    g_key_file_set_boolean(entry.get(), group, gnomeEnabledKey, TRUE);
     gsize size = 0;
     const GText content(g_key_file_to_data(entry.get(), &size, nullptr));
     return std::string(content.get(), size);

@@ -5,18 +5,19 @@
 
 #include <string>
 
-/// The entry that makes a freedesktop.org desktop start kavendra at login, a desktop entry in the XDG
-/// autostart directory.
+/// Launch at login on a freedesktop.org desktop: a desktop entry in the XDG autostart directory (Desktop
+/// Application Autostart Specification).
 namespace kavendra {
 
-/// Returns where the entry is: $XDG_CONFIG_HOME/autostart/kavendra.desktop.
+/// Returns the path of the entry: $XDG_CONFIG_HOME/autostart/kavendra.desktop.
 std::string autostartEntryPath();
 
-/// Returns what the entry at `entryPath` says. `executable`: the program that an entry would name.
+/// Returns the status of the entry at `entryPath`; notFound if `executable`, the program to start, does not
+/// exist.
 StartupRegistrationStatus autostartStatus(const std::string& entryPath, const std::string& executable);
 
-/// Returns the content of an entry that starts `executable`. Fails for a path that an entry cannot hold: one
-/// that is not UTF-8 (EILSEQ) or has a control character in it (EINVAL).
+/// Returns the content of an entry that starts `executable`. Fails for paths that an entry cannot contain:
+/// not UTF-8 (EILSEQ), or with a control character (EINVAL).
 Result<std::string> autostartEntry(const std::string& executable);
 
 } // namespace kavendra

@@ -25,7 +25,8 @@ GVariant* readArguments() {
     return g_variant_new("(ss)", appearanceGroup, colorSchemeKey);
 }
 
-/// Returns the number in a value, however many variants it is wrapped in; no preference for anything else.
+/// Returns the number in a value inside any number of variants; 0 (no preference) for other types. Read wraps
+/// the value in two variants, the signal in one.
 std::uint32_t colorScheme(GVariantHandle value) {
     while (value && g_variant_is_of_type(value.get(), G_VARIANT_TYPE_VARIANT))
         value.reset(g_variant_get_variant(value.get()));
@@ -39,7 +40,7 @@ std::uint32_t colorSchemeInReply(GVariant* reply) {
                                             : 0;
 }
 
-/// Returns the color scheme that a SettingChanged signal brings, nothing when it is about another setting.
+/// Returns the color scheme in a SettingChanged signal, nothing for another setting.
 std::optional<std::uint32_t> colorSchemeInSignal(GVariant* parameters) {
     if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")))
         return std::nullopt;
@@ -53,12 +54,28 @@ std::optional<std::uint32_t> colorSchemeInSignal(GVariant* parameters) {
 
 } // namespace
 
+// The signal and the name watch are set up before the first read, so no change is missed between them. The
+// name watch also reports a portal that runs already, and the read that follows covers one too slow for
+// readNow.
 ColorSchemePortal::ColorSchemePortal(std::function<void()> changed)
-    : changed(std::move(changed)), bus(sessionBus()), reading(g_cancellable_new()) {
-    if (!bus)
+    : m_changed(std::move(changed)), m_bus(sessionBus()), m_cancellable(g_cancellable_new()) {
+    if (!m_bus)
         return;
-    subscription = g_dbus_connection_signal_subscribe(
-        bus.get(), portalName, portalInterface, "SettingChanged", portalPath, appearanceGroup,
+    subscribe();
+    readNow();
+}
+
+ColorSchemePortal::~ColorSchemePortal() {
+    g_cancellable_cancel(m_cancellable.get());
+    if (m_nameWatch != 0)
+        g_bus_unwatch_name(m_nameWatch);
+    if (m_subscription != 0)
+        g_dbus_connection_signal_unsubscribe(m_bus.get(), m_subscription);
+}
+
+void ColorSchemePortal::subscribe() {
+    m_subscription = g_dbus_connection_signal_subscribe(
+        m_bus.get(), portalName, portalInterface, "SettingChanged", portalPath, appearanceGroup,
         G_DBUS_SIGNAL_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant* parameters,
            gpointer self) {
@@ -66,50 +83,44 @@ ColorSchemePortal::ColorSchemePortal(std::function<void()> changed)
                 static_cast<ColorSchemePortal*>(self)->adopt(*changedTo);
         },
         this, nullptr);
-    // Also told for a portal that is there already, which covers one that is too slow below.
-    watch = g_bus_watch_name_on_connection(
-        bus.get(), portalName, G_BUS_NAME_WATCHER_FLAGS_NONE,
+    m_nameWatch = g_bus_watch_name_on_connection(
+        m_bus.get(), portalName, G_BUS_NAME_WATCHER_FLAGS_NONE,
         [](GDBusConnection*, const char*, const char*, gpointer self) {
-            static_cast<ColorSchemePortal*>(self)->readLater();
+            static_cast<ColorSchemePortal*>(self)->readAsynchronously();
         },
         nullptr, this, nullptr);
+}
+
+void ColorSchemePortal::readNow() {
     const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
+        m_bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
         G_DBUS_CALL_FLAGS_NONE, firstAnswerTimeoutMilliseconds, nullptr, nullptr));
     if (reply)
-        scheme = colorSchemeInReply(reply.get());
+        m_colorScheme = colorSchemeInReply(reply.get());
 }
 
-ColorSchemePortal::~ColorSchemePortal() {
-    g_cancellable_cancel(reading.get());
-    if (watch != 0)
-        g_bus_unwatch_name(watch);
-    if (subscription != 0)
-        g_dbus_connection_signal_unsubscribe(bus.get(), subscription);
-}
-
-void ColorSchemePortal::readLater() {
+void ColorSchemePortal::readAsynchronously() {
     g_dbus_connection_call(
-        bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, -1, reading.get(),
+        m_bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, -1, m_cancellable.get(),
         [](GObject* connection, GAsyncResult* result, gpointer self) {
             const GVariantHandle reply(
                 g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, nullptr));
-            if (reply) // a call that the destructor cancelled brings none, and must not touch the object
+            if (reply) // null when the destructor has cancelled the call: `self` is invalid then
                 static_cast<ColorSchemePortal*>(self)->adopt(colorSchemeInReply(reply.get()));
         },
         this);
 }
 
 void ColorSchemePortal::adopt(std::uint32_t colorScheme) {
-    if (std::exchange(scheme, colorScheme) != colorScheme)
-        changed();
+    if (std::exchange(m_colorScheme, colorScheme) != colorScheme)
+        m_changed();
 }
 
 Appearance ColorSchemePortal::preferred() const {
-    return scheme == prefersDark    ? Appearance::dark
-           : scheme == prefersLight ? Appearance::light
-                                    : Appearance::system;
+    return m_colorScheme == prefersDark    ? Appearance::dark
+           : m_colorScheme == prefersLight ? Appearance::light
+                                           : Appearance::system;
 }
 
 } // namespace kavendra

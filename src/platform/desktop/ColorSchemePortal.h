@@ -8,35 +8,37 @@
 
 namespace kavendra {
 
-/// The light or dark that a person set in the desktop, from the settings portal (XDG Desktop Portal,
-/// org.freedesktop.portal.Settings). It is read by Read and not by ReadOne, which older portals lack.
+/// The user's preference for light or dark, from the settings portal (XDG Desktop Portal,
+/// org.freedesktop.portal.Settings). Uses the method Read, because older portals lack ReadOne.
 ///
-/// What happens later is told through the default main context of GLib, on whose thread this must live. Qt
-/// iterates that context on Linux: its event dispatcher there is QEventDispatcherGlib, unless somebody sets
-/// QT_NO_GLIB; the setting is then read once and not followed.
+/// Changes arrive through the default main context of GLib; use this class on its thread. Qt's event loop
+/// runs that context (QEventDispatcherGlib) unless QT_NO_GLIB is set; then the setting is read once and not
+/// followed.
 class ColorSchemePortal {
 public:
-    /// Reads the setting, for at most a tenth of a second, so that the first window has its colours from the
-    /// beginning; a portal that is slower or starts later is listened to when it answers. `changed` is called
-    /// whenever preferred() answers differently than before.
+    /// Waits for the setting for at most 0.1 s, so that the first window is painted in its final colours. The
+    /// answer of a slower portal, or of one that starts later, counts as a change. `changed` is called when
+    /// the setting has changed.
     explicit ColorSchemePortal(std::function<void()> changed);
     ~ColorSchemePortal();
     ColorSchemePortal(const ColorSchemePortal&) = delete;
     ColorSchemePortal& operator=(const ColorSchemePortal&) = delete;
 
-    /// Returns `system` while there is no preference and no portal.
+    /// Returns `system` if there is no preference or no portal.
     Appearance preferred() const;
 
 private:
-    void readLater();
+    void subscribe();
+    void readNow();
+    void readAsynchronously();
     void adopt(std::uint32_t colorScheme);
 
-    std::function<void()> changed;
-    GObjectHandle<GDBusConnection> bus;
-    GObjectHandle<GCancellable> reading;
-    guint subscription = 0;
-    guint watch = 0;
-    std::uint32_t scheme = 0;
+    std::function<void()> m_changed;
+    GObjectHandle<GDBusConnection> m_bus;
+    GObjectHandle<GCancellable> m_cancellable; ///< of asynchronous reads
+    guint m_subscription = 0;
+    guint m_nameWatch = 0;
+    std::uint32_t m_colorScheme = 0; ///< as the portal defines it: 0 no preference, 1 dark, 2 light
 };
 
 } // namespace kavendra

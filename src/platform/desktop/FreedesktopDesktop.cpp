@@ -23,20 +23,20 @@ namespace {
 /// How long to wait for a file manager, which may have to be started first.
 constexpr int fileManagerTimeoutMilliseconds = 2000;
 
-/// Returns the file URL of a path; a relative one is taken from the current directory.
+/// Returns the file URL of a path, which may be relative to the current directory.
 std::string fileURL(const std::string& path) {
     const GObjectHandle<GFile> file(g_file_new_for_path(path.c_str()));
     const GText uri(g_file_get_uri(file.get()));
     return uri.get();
 }
 
-/// Returns a launch context with exactly these variables (entries of the form NAME=value).
+/// Returns a launch context with exactly this environment (entries of the form NAME=value).
 GObjectHandle<GAppLaunchContext> launchContext(const std::vector<std::string>& environment) {
     GObjectHandle<GAppLaunchContext> context(g_app_launch_context_new());
-    char** ours = g_listenv();
-    for (char** name = ours; *name; ++name)
+    char** inherited = g_listenv();
+    for (char** name = inherited; *name; ++name)
         g_app_launch_context_unsetenv(context.get(), *name);
-    g_strfreev(ours);
+    g_strfreev(inherited);
     for (const std::string& entry : environment) {
         const std::size_t nameEnd = entry.find('=');
         if (nameEnd != 0 && nameEnd != std::string::npos)
@@ -46,8 +46,8 @@ GObjectHandle<GAppLaunchContext> launchContext(const std::vector<std::string>& e
     return context;
 }
 
-/// Gives a new process a session of its own and default signal handling, which Processes does for those that
-/// it starts. Runs in that process, so only what is async-signal-safe may happen here.
+/// Gives a new process its own session and default signal handling, as Processes does. Runs in the new
+/// process before exec: async-signal-safe functions only.
 void detach(gpointer /*unused*/) {
     setsid();
     for (int number = 1; number < NSIG; ++number)
@@ -67,16 +67,16 @@ Result<void> resultOf(GError* error) {
 }
 
 Result<void> launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
-    GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // only read
-    // "As manager" is the form that lets the program have a session of its own. Without
-    // G_SPAWN_DO_NOT_REAP_CHILD GLib reaps: the program becomes the init process's child.
+    GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // not modified
+    // Only the "as manager" variant calls a function in the new process. Without G_SPAWN_DO_NOT_REAP_CHILD
+    // the program becomes a child of the init process, which reaps it.
     GError* error = nullptr;
     g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH, detach,
                                               nullptr, nullptr, nullptr, &error);
     return resultOf(error);
 }
 
-/// Returns the application that the desktop opens an address with, null when it has none.
+/// Returns the default application for an address, null when there is none.
 GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
     const GText scheme(g_uri_parse_scheme(uri.c_str()));
     GObjectHandle<GAppInfo> application;
@@ -119,7 +119,7 @@ bool showInFileManager(const std::string& uri) {
     return succeeded;
 }
 
-/// Returns the desktop entry that a path or an id names, null when there is none that can be used.
+/// Returns the desktop entry with a path or an id, null when there is no usable one.
 GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
     if (containsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
         return nullptr;
@@ -131,20 +131,20 @@ GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
 
 } // namespace
 
-FreedesktopDesktop::FreedesktopDesktop(Processes& starter) : processes(starter) {}
+FreedesktopDesktop::FreedesktopDesktop(Processes& processes) : m_processes(processes) {}
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
 Result<void> FreedesktopDesktop::openURL(const std::string& url) {
     if (containsNUL(url))
         return systemFailure(url, EINVAL);
-    return openWithDefaultApplication(url, processes.programEnvironment());
+    return openWithDefaultApplication(url, m_processes.programEnvironment());
 }
 
 Result<void> FreedesktopDesktop::openFile(const std::string& path) {
     if (!exists(path))
         return systemFailure(path, ENOENT);
-    return openWithDefaultApplication(fileURL(path), processes.programEnvironment());
+    return openWithDefaultApplication(fileURL(path), m_processes.programEnvironment());
 }
 
 bool FreedesktopDesktop::isApplication(const std::string& path) {
@@ -159,7 +159,7 @@ Result<void> FreedesktopDesktop::openURLWithApplication(const std::string& url,
     // GLib would start an application that takes no addresses without the address.
     if (!g_app_info_supports_uris(G_APP_INFO(application.get())))
         return systemFailure(applicationPath, ENOTSUP);
-    return launch(application.get(), url, launchContext(processes.programEnvironment()).get());
+    return launch(application.get(), url, launchContext(m_processes.programEnvironment()).get());
 }
 
 Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
@@ -168,15 +168,15 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
     const std::string uri = fileURL(path);
     if (showInFileManager(uri))
         return {};
-    return openWithDefaultApplication(uri, processes.programEnvironment());
+    return openWithDefaultApplication(uri, m_processes.programEnvironment());
 }
 
 Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
     for (const std::string_view name : {"xdg-terminal-exec", "x-terminal-emulator"}) {
-        const auto terminal = resolveExecutable(name, processes.variable("PATH"));
+        const auto terminal = resolveExecutable(name, m_processes.variable("PATH"));
         if (!terminal)
             continue;
-        if (auto started = processes.start(*terminal, {}, directory); !started)
+        if (auto started = m_processes.start(*terminal, {}, directory); !started)
             return std::unexpected(std::move(started.error()));
         return ProgramOutcome{.succeeded = true, .standardError = {}};
     }
@@ -188,14 +188,14 @@ void FreedesktopDesktop::copyText(const std::string& text) {
 }
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {
-    this->appearance = appearance;
-    if (appearance == Appearance::system && !portal)
-        portal = std::make_unique<ColorSchemePortal>([this] { showAppearance(); });
-    showAppearance();
+    m_appearance = appearance;
+    if (appearance == Appearance::system && !m_portal)
+        m_portal = std::make_unique<ColorSchemePortal>([this] { updatePalette(); });
+    updatePalette();
 }
 
-void FreedesktopDesktop::showAppearance() const {
-    applyAppearance(appearance == Appearance::system ? portal->preferred() : appearance);
+void FreedesktopDesktop::updatePalette() const {
+    applyAppearance(m_appearance == Appearance::system ? m_portal->preferred() : m_appearance);
 }
 
 StartupRegistrationStatus FreedesktopDesktop::launchAtLoginStatus() {
@@ -205,7 +205,7 @@ StartupRegistrationStatus FreedesktopDesktop::launchAtLoginStatus() {
 Result<void> FreedesktopDesktop::enableLaunchAtLogin() {
     const std::string executable = executablePath();
     if (!isExecutableFile(executable))
-        return {}; // nothing to name; the status says so
+        return {}; // the status is notFound
     const auto entry = autostartEntry(executable);
     if (!entry)
         return std::unexpected(entry.error());

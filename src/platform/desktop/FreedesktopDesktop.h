@@ -9,38 +9,38 @@ namespace kavendra {
 
 class ColorSchemePortal;
 
-/// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals. What
-/// it starts gets the environment of `processes`, is in a session of its own and leaves no zombie.
+/// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals.
+/// Programs it starts get the environment of `processes` and a new session, and leave no zombie.
 class FreedesktopDesktop : public Desktop {
 public:
-    /// `starter` must outlive this.
-    explicit FreedesktopDesktop(Processes& starter);
+    /// `processes` must outlive this.
+    explicit FreedesktopDesktop(Processes& processes);
     ~FreedesktopDesktop() override;
 
     Result<void> openURL(const std::string& url) override;
     Result<void> openFile(const std::string& path) override;
-    /// Besides the path of a desktop entry, the id of one that is installed ("firefox.desktop").
+    /// Also accepts the id of an installed desktop entry ("firefox.desktop").
     bool isApplication(const std::string& path) override;
-    /// An application directory cannot be started here, so it always fails.
+    /// Always fails for an application directory, which can only be started on macOS.
     Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override;
-    /// Asks the file manager of the session (org.freedesktop.FileManager1), else the default handler of the
-    /// directory. One that has not answered after two seconds counts as having taken it.
+    /// Calls the file manager of the session (org.freedesktop.FileManager1), else opens the directory with
+    /// its default handler. A file manager that does not answer within two seconds counts as success.
     Result<void> showDirectory(const std::string& path) override;
     /// Starts xdg-terminal-exec, the freedesktop.org proposal, else Debian's x-terminal-emulator.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
-    /// `system` follows what the settings portal says from then on.
+    /// `system` follows the settings portal.
     void setAppearance(Appearance appearance) override;
     StartupRegistrationStatus launchAtLoginStatus() override;
     Result<void> enableLaunchAtLogin() override;
     Result<void> disableLaunchAtLogin() override;
 
 private:
-    void showAppearance() const;
+    void updatePalette() const;
 
-    Processes& processes;
-    Appearance appearance = Appearance::system;
-    std::unique_ptr<ColorSchemePortal> portal;
+    Processes& m_processes;
+    Appearance m_appearance = Appearance::system;
+    std::unique_ptr<ColorSchemePortal> m_portal; ///< created when it is first needed
 };
 
 } // namespace kavendra

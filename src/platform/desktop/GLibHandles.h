@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// Owners of what GLib gives away.
+/// RAII wrappers for GLib objects.
 namespace kavendra {
 
 struct GObjectRelease {

@@ -4,16 +4,18 @@
 
 #include <string>
 
-/// The file that makes macOS start kavendra at login (launchd.plist(5)). Plain C++, tested on every system.
+/// Launch at login on macOS: a launch agent (launchd.plist(5)). Needs no macOS headers, so it is tested on
+/// every system.
 namespace kavendra {
 
-/// Returns where the file is: ~/Library/LaunchAgents/kavendra.plist.
+/// Returns the path of the agent: ~/Library/LaunchAgents/kavendra.plist.
 std::string launchAgentPath();
 
-/// Returns what the file at `agentPath` says. `executable`: the program that it would name.
+/// Returns the status of the agent at `agentPath`; notFound if `executable`, the program to start, does not
+/// exist.
 StartupRegistrationStatus launchAgentStatus(const std::string& agentPath, const std::string& executable);
 
-/// Returns the content of a file that starts `executable`.
+/// Returns the content of an agent that starts `executable`.
 std::string launchAgent(const std::string& executable);
 
 } // namespace kavendra

@@ -15,15 +15,15 @@ namespace {
 
 constexpr const char* openTool = "/usr/bin/open";
 
-/// open(1) would read a relative path as an option when it begins with "-", as an address when it looks so.
-std::string unmistakable(const std::string& path) {
+/// Returns a path that open(1) does not take for an option ("-a") or an address ("http:x").
+std::string unambiguousPath(const std::string& path) {
     return path.starts_with('/') ? path : "./" + path;
 }
 
 } // namespace
 
 Result<void> MacDesktop::open(const std::vector<std::string>& arguments) {
-    const Result<ProgramOutcome> outcome = processes.runAndWait(openTool, arguments);
+    const Result<ProgramOutcome> outcome = m_processes.runAndWait(openTool, arguments);
     if (!outcome)
         return std::unexpected(outcome.error());
     if (!outcome->succeeded)
@@ -36,7 +36,7 @@ Result<void> MacDesktop::openURL(const std::string& url) {
 }
 
 Result<void> MacDesktop::openFile(const std::string& path) {
-    return open({unmistakable(path)});
+    return open({unambiguousPath(path)});
 }
 
 bool MacDesktop::isApplication(const std::string& path) {
@@ -44,21 +44,21 @@ bool MacDesktop::isApplication(const std::string& path) {
 }
 
 Result<void> MacDesktop::openURLWithApplication(const std::string& url, const std::string& applicationPath) {
-    return open({"-a", unmistakable(applicationPath), url});
+    return open({"-a", unambiguousPath(applicationPath), url});
 }
 
 Result<void> MacDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
         return systemFailure(path, ENOTDIR);
-    // Opening an application directory would start the application.
+    // Opening an application directory would start the application, so it is shown in its parent directory.
     if (isApplicationDirectory(path))
-        return open({"-R", unmistakable(path)});
-    return open({unmistakable(path)});
+        return open({"-R", unambiguousPath(path)});
+    return open({unambiguousPath(path)});
 }
 
 Result<ProgramOutcome> MacDesktop::openTerminal(const std::string& directory) {
     Result<ProgramOutcome> outcome =
-        processes.runAndWait(openTool, {"-a", "Terminal", unmistakable(directory)});
+        m_processes.runAndWait(openTool, {"-a", "Terminal", unambiguousPath(directory)});
     if (outcome && !isValidUTF8(outcome->standardError))
         outcome->standardError = openTool;
     return outcome;
@@ -79,7 +79,7 @@ StartupRegistrationStatus MacDesktop::launchAtLoginStatus() {
 Result<void> MacDesktop::enableLaunchAtLogin() {
     const std::string executable = executablePath();
     if (!isExecutableFile(executable))
-        return {}; // nothing to name; the status says so
+        return {}; // the status is notFound
     const std::string path = launchAgentPath();
     if (const auto created = createDirectories(std::string(parentPath(path))); !created)
         return created;

@@ -5,12 +5,12 @@
 
 namespace kavendra {
 
-/// The macOS desktop through its documented command-line tool, open(1). Plain C++, so it compiles and its
-/// command lines are tested on every system. open(1) returns once Launch Services has answered.
+/// The macOS desktop through open(1), which returns once Launch Services has answered. Needs no macOS
+/// headers, so its command lines are tested on every system.
 class MacDesktop : public Desktop {
 public:
-    /// `starter` must outlive this.
-    explicit MacDesktop(Processes& starter) : processes(starter) {}
+    /// `processes` must outlive this.
+    explicit MacDesktop(Processes& processes) : m_processes(processes) {}
 
     Result<void> openURL(const std::string& url) override;
     Result<void> openFile(const std::string& path) override;
@@ -25,9 +25,10 @@ public:
     Result<void> disableLaunchAtLogin() override;
 
 private:
+    /// Runs open(1). Fails with its standard error if it does not succeed.
     Result<void> open(const std::vector<std::string>& arguments);
 
-    Processes& processes;
+    Processes& m_processes;
 };
 
 } // namespace kavendra

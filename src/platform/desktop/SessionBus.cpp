@@ -9,7 +9,8 @@ namespace kavendra {
 
 namespace {
 
-/// Cancels an operation of GIO when the time is over, unless this is destroyed before.
+/// Cancels an operation of GIO after a time, unless destroyed before. g_bus_get_sync has no timeout of its
+/// own.
 class CancellingTimer {
 public:
     explicit CancellingTimer(std::chrono::milliseconds timeLimit)
@@ -26,7 +27,7 @@ private:
     GObjectHandle<GCancellable> m_cancellable;
     std::mutex m_mutex;
     std::condition_variable_any m_stopped;
-    std::jthread m_thread; // destroyed first, which ends it
+    std::jthread m_thread; // the last member: the thread ends before what it uses is destroyed
 };
 
 } // namespace

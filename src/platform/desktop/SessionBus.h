@@ -6,15 +6,15 @@
 
 namespace kavendra {
 
-/// How long the session bus, and whoever is asked through it at the start, may take in all.
+/// How long connecting to the session bus and calling another instance may take together.
 inline constexpr std::chrono::milliseconds busTimeLimit{1000};
 
-/// Returns the session bus; null when there is none, or when it does not let this process in within the time.
-/// The process goes on when the bus goes away later.
+/// Returns the session bus; null when there is none or connecting takes longer than `timeLimit`. The process
+/// is not ended when the connection is lost.
 GObjectHandle<GDBusConnection> sessionBus(std::chrono::milliseconds timeLimit = busTimeLimit);
 
-/// Makes this process, Qt included, do without a session bus from now on, instead of waiting again for one
-/// that does not answer. Connections that exist stay. Call before other threads read the environment.
+/// Disables the session bus for this process, also for Qt, so that nothing waits again for a bus that does
+/// not answer. Existing connections stay. Changes the environment: call before other threads read it.
 void giveUpSessionBus();
 
 } // namespace kavendra

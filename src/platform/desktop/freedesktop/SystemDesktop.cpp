@@ -38,25 +38,26 @@ constexpr const char* interfaceDescription = R"(
 
 using Clock = std::chrono::steady_clock;
 
-/// Returns the milliseconds until then as GIO takes them, where 0 would be no limit.
-int timeUntil(Clock::time_point deadline) {
+/// Returns a timeout for GIO, at least 1 ms (-1 would mean its default).
+int millisecondsUntil(Clock::time_point deadline) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     return std::max(1, static_cast<int>(left.count()));
 }
 
-/// Where the token stands: in the environment of a start, and in the data of a call. The first is preferred.
-struct TokenPlace {
+/// Where an activation token is in the environment of a process and in the platform data of a call.
+struct TokenKind {
     const char* variable;
     const char* key;
 };
-constexpr std::array tokenPlaces{TokenPlace{"XDG_ACTIVATION_TOKEN", "activation-token"},
-                                 TokenPlace{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
+/// In order of preference.
+constexpr std::array tokenKinds{TokenKind{"XDG_ACTIVATION_TOKEN", "activation-token"},
+                                TokenKind{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
 
-/// Returns the platform data of this start (a{sv}, floating).
+/// Returns the platform data for the call of another instance: this process's tokens (a{sv}, floating).
 GVariant* ownPlatformData() {
     GVariantBuilder data;
     g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
-    for (const auto& [variable, key] : tokenPlaces) {
+    for (const auto& [variable, key] : tokenKinds) {
         const char* token = std::getenv(variable);
         if (token && *token && g_utf8_validate(token, -1, nullptr))
             g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(token));
@@ -65,34 +66,35 @@ GVariant* ownPlatformData() {
 }
 
 std::string tokenIn(GVariant* platformData) {
-    for (const auto& [variable, key] : tokenPlaces)
+    for (const auto& [variable, key] : tokenKinds)
         if (const char* token = nullptr; g_variant_lookup(platformData, key, "&s", &token))
             return token;
     return {};
 }
 
-/// Qt then has an event loop of its own, in which no call would ever arrive.
+/// Whether Qt uses an event loop in which no D-Bus call would arrive.
 bool isQtWithoutGLib() {
     const char* setting = std::getenv("QT_NO_GLIB");
     return setting && *setting;
 }
 
+/// Exports the object on construction; takes the name with takeName and releases it on destruction.
 class BusInstance final : public RunningInstance {
 public:
-    explicit BusInstance(GObjectHandle<GDBusConnection> sessionBus);
+    explicit BusInstance(GObjectHandle<GDBusConnection> bus);
     ~BusInstance() override;
 
-    /// Returns whether this process owns the name now; nothing when the bus does not say.
+    /// Returns whether this process owns the name now; nothing when the bus does not answer.
     std::optional<bool> takeName(Clock::time_point deadline);
 
 private:
-    static void answer(GDBusConnection* connection, const char* sender, const char* path,
-                       const char* interface, const char* method, GVariant* parameters,
-                       GDBusMethodInvocation* invocation, gpointer self);
+    static void handleCall(GDBusConnection* connection, const char* sender, const char* path,
+                           const char* interface, const char* method, GVariant* parameters,
+                           GDBusMethodInvocation* invocation, gpointer self);
 
-    GObjectHandle<GDBusConnection> bus;
-    guint registration = 0;
-    bool ownsName = false;
+    GObjectHandle<GDBusConnection> m_bus;
+    guint m_registration = 0;
+    bool m_ownsName = false;
 };
 
 /// Calls a method of the bus itself; returns the number that it answers with.
@@ -100,7 +102,7 @@ std::optional<std::uint32_t> callBus(GDBusConnection* bus, const char* method, G
                                      Clock::time_point deadline) {
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method, parameters,
-        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, timeUntil(deadline), nullptr, nullptr));
+        G_VARIANT_TYPE("(u)"), G_DBUS_CALL_FLAGS_NONE, millisecondsUntil(deadline), nullptr, nullptr));
     if (!reply)
         return std::nullopt;
     std::uint32_t number = 0;
@@ -108,63 +110,63 @@ std::optional<std::uint32_t> callBus(GDBusConnection* bus, const char* method, G
     return number;
 }
 
-BusInstance::BusInstance(GObjectHandle<GDBusConnection> sessionBus) : bus(std::move(sessionBus)) {
-    // Before the name is taken, so that whoever finds the name finds the object.
+BusInstance::BusInstance(GObjectHandle<GDBusConnection> bus) : m_bus(std::move(bus)) {
+    // Registered before the name is taken, so that a process that finds the name also finds the object.
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(interfaceDescription, nullptr);
     const GDBusInterfaceVTable methods{
-        .method_call = answer, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-    registration = g_dbus_connection_register_object(bus.get(), objectPath, node->interfaces[0], &methods,
-                                                     this, nullptr, nullptr);
+        .method_call = handleCall, .get_property = nullptr, .set_property = nullptr, .padding = {}};
+    m_registration = g_dbus_connection_register_object(m_bus.get(), objectPath, node->interfaces[0], &methods,
+                                                       this, nullptr, nullptr);
     g_dbus_node_info_unref(node);
 }
 
 BusInstance::~BusInstance() {
-    if (ownsName)
-        callBus(bus.get(), "ReleaseName", g_variant_new("(s)", busName), Clock::now() + busTimeLimit);
-    if (registration != 0)
-        g_dbus_connection_unregister_object(bus.get(), registration);
+    if (m_ownsName)
+        callBus(m_bus.get(), "ReleaseName", g_variant_new("(s)", busName), Clock::now() + busTimeLimit);
+    if (m_registration != 0)
+        g_dbus_connection_unregister_object(m_bus.get(), m_registration);
 }
 
 std::optional<bool> BusInstance::takeName(Clock::time_point deadline) {
     constexpr std::uint32_t doNotQueue = 4;   // DBUS_NAME_FLAG_DO_NOT_QUEUE
     constexpr std::uint32_t primaryOwner = 1; // DBUS_REQUEST_NAME_REPLY_PRIMARY_OWNER
     const auto reply =
-        callBus(bus.get(), "RequestName", g_variant_new("(su)", busName, doNotQueue), deadline);
+        callBus(m_bus.get(), "RequestName", g_variant_new("(su)", busName, doNotQueue), deadline);
     if (!reply)
         return std::nullopt;
-    ownsName = *reply == primaryOwner;
-    return ownsName;
+    m_ownsName = *reply == primaryOwner;
+    return m_ownsName;
 }
 
-void BusInstance::answer(GDBusConnection*, const char*, const char*, const char*, const char* method,
-                         GVariant* parameters, GDBusMethodInvocation* invocation, gpointer self) {
+void BusInstance::handleCall(GDBusConnection*, const char*, const char*, const char*, const char* method,
+                             GVariant* parameters, GDBusMethodInvocation* invocation, gpointer self) {
     if (std::string_view(method) == "ActivateAction")
         return g_dbus_method_invocation_return_error(invocation, G_DBUS_ERROR, G_DBUS_ERROR_NOT_SUPPORTED,
                                                      "kavendra has no actions");
-    // The platform data comes last. There are no files that kavendra opens, so Open only shows the window.
+    // The platform data is the last parameter. kavendra opens no files, so Open only shows the window.
     const GVariantHandle data(g_variant_get_child_value(parameters, g_variant_n_children(parameters) - 1));
     const std::string token = tokenIn(data.get());
     g_dbus_method_invocation_return_value(invocation, nullptr);
     static_cast<BusInstance*>(self)->onActivate(token);
 }
 
-enum class Answer { wasAsked, refused, gone };
+enum class OwnerAnswer { accepted, refused, exited };
 
-/// Asks the process that owns the name to show its window.
-Answer askOwner(GDBusConnection* bus, Clock::time_point deadline) {
+/// Calls the process that owns the name, to show its window. No answer in time counts as accepted.
+OwnerAnswer activateOwner(GDBusConnection* bus, Clock::time_point deadline) {
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus, busName, objectPath, interfaceName, "Activate", g_variant_new("(@a{sv})", ownPlatformData()),
-        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, timeUntil(deadline), nullptr, &error));
+        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, millisecondsUntil(deadline), nullptr, &error));
     if (reply)
-        return Answer::wasAsked;
+        return OwnerAnswer::accepted;
     const auto is = [error](GDBusError code) { return g_error_matches(error, G_DBUS_ERROR, code); };
-    Answer answer = Answer::refused;
+    OwnerAnswer answer = OwnerAnswer::refused;
     if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT))
-        answer = Answer::wasAsked;
+        answer = OwnerAnswer::accepted;
     else if (is(G_DBUS_ERROR_NO_REPLY) || is(G_DBUS_ERROR_SERVICE_UNKNOWN) ||
              is(G_DBUS_ERROR_NAME_HAS_NO_OWNER))
-        answer = Answer::gone; // it ended before it answered, or before it was asked
+        answer = OwnerAnswer::exited;
     g_clear_error(&error);
     return answer;
 }
@@ -175,6 +177,7 @@ std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
     return std::make_unique<FreedesktopDesktop>(processes);
 }
 
+// Takes the name, or activates the process that owns it; starts over if that process exits meanwhile.
 std::unique_ptr<RunningInstance> becomeRunningInstance() {
     const Clock::time_point deadline = Clock::now() + busTimeLimit;
     GObjectHandle<GDBusConnection> bus = sessionBus();
@@ -184,17 +187,16 @@ std::unique_ptr<RunningInstance> becomeRunningInstance() {
         return std::make_unique<RunningInstance>();
     GDBusConnection* const connection = bus.get();
     auto instance = std::make_unique<BusInstance>(std::move(bus));
-    // Retry a few times in case the owner is exiting.
     for (int attempt = 0; attempt < 3; ++attempt) {
         const std::optional<bool> isOwner = instance->takeName(deadline);
         if (!isOwner && Clock::now() >= deadline)
             giveUpSessionBus();
         if (!isOwner || *isOwner)
             break;
-        const Answer answer = askOwner(connection, deadline);
-        if (answer == Answer::wasAsked)
+        const OwnerAnswer answer = activateOwner(connection, deadline);
+        if (answer == OwnerAnswer::accepted)
             return nullptr;
-        if (answer == Answer::refused)
+        if (answer == OwnerAnswer::refused)
             break;
     }
     return instance;
