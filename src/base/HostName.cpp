@@ -9,8 +9,7 @@ namespace kavendra {
 
 namespace {
 
-/// No host name has more bytes in UTF-8: DNS takes 253 in the ASCII form. The conversion of a label takes a
-/// time that grows with the square of its length.
+/// In UTF-8; DNS limits the ASCII form to 253 bytes. The time to convert a label is quadratic in its length.
 constexpr std::size_t maximumNameSize = 1024;
 
 } // namespace

@@ -6,9 +6,9 @@
 
 namespace kavendra {
 
-/// Returns an internationalised host name in its ASCII form, "xn--wgv71a.jp" for "日本.jp" (UTS #46,
-/// non-transitional, as browsers do). ASCII that other characters stand for is in the result: a full-width
-/// solidus becomes "/". Returns nothing when the name has no such form or is longer than any host name.
+/// Returns the ASCII form of an internationalised host name: "xn--wgv71a.jp" for "日本.jp" (UTS #46,
+/// non-transitional, as in browsers). Compatibility characters are mapped to ASCII, a full-width solidus to
+/// "/". Returns nothing if the name has no ASCII form or is longer than any host name.
 std::optional<std::string> asciiHostName(std::string_view name);
 
 } // namespace kavendra

@@ -20,14 +20,15 @@ namespace kavendra {
 
 namespace {
 
-constexpr std::string_view markUTF8 = "\xEF\xBB\xBF";
-constexpr std::string_view markUTF16LittleEndian = "\xFF\xFE";
-constexpr std::string_view markUTF16BigEndian = "\xFE\xFF";
+constexpr std::string_view byteOrderMarkUTF8 = "\xEF\xBB\xBF";
+constexpr std::string_view byteOrderMarkUTF16LE = "\xFF\xFE";
+constexpr std::string_view byteOrderMarkUTF16BE = "\xFE\xFF";
 
-constexpr UChar32 byteOrderMark = 0xFEFF;
+constexpr UChar32 byteOrderMark = 0xFEFF; // as a character
 
-/// Returns how many bytes `bytes` begins with that are ASCII, rounded down to a whole block.
-std::size_t asciiBlocks(const char* bytes, std::size_t size) {
+/// Returns the number of leading ASCII bytes, rounded down to whole blocks. A block of 64 or 8 bytes is ASCII
+/// if no byte has its high bit set, which is tested for all its bytes at once.
+std::size_t asciiBlocksSize(const char* bytes, std::size_t size) {
     std::size_t position = 0;
 #ifdef __SSE2__
     for (; position + 64 <= size; position += 64) {
@@ -48,9 +49,9 @@ std::size_t asciiBlocks(const char* bytes, std::size_t size) {
     return position;
 }
 
-/// Shift JIS in its Windows flavour, in which 0x5C is a backslash, as in the paths people write. ICU's table
-/// rotates three control characters, as IBM's machines did: this turns them back.
-UChar fromShiftJIS(UChar unit) {
+/// Corrects a character from ICU's table for the Windows variant of Shift JIS, in which 0x5C is a backslash.
+/// That table comes from IBM and permutes three control characters.
+UChar correctedShiftJIS(UChar unit) {
     switch (unit) {
     case 0x1C:
         return 0x1A;
@@ -63,9 +64,9 @@ UChar fromShiftJIS(UChar unit) {
     }
 }
 
-/// ICU's EUC-JP passes the bytes 0x80 to 0x9F as control characters, which no encoder writes: with them
-/// nearly any bytes would read as Japanese.
-bool isControlOfEUC(UChar unit) {
+/// ICU decodes the bytes 0x80 to 0x9F in EUC-JP as control characters. No encoder writes them, and if they
+/// were accepted, most binary data would be valid EUC-JP.
+bool isC1Control(UChar unit) {
     return unit >= 0x80 && unit <= 0x9F;
 }
 
@@ -85,45 +86,46 @@ const char* converterName(Encoding encoding) {
     return "";
 }
 
-/// Collects UTF-16 as UTF-8; a surrogate pair may come in two calls.
+/// Converts pieces of UTF-16 to UTF-8 and drops a leading byte-order mark. A surrogate pair may be split
+/// between two pieces, so the lead surrogate is kept until its trail surrogate comes.
 class UTF8Writer {
 public:
-    explicit UTF8Writer(std::size_t capacity) : text(capacity) {}
+    explicit UTF8Writer(std::size_t capacity) : m_text(capacity) {}
 
     void append(const UChar* units, const UChar* end) {
-        chunk.clear();
+        m_piece.clear();
         for (; units != end; ++units) {
             if (U16_IS_LEAD(*units))
-                lead = *units;
+                m_lead = *units;
             else
-                appendCharacter(U16_IS_TRAIL(*units) ? U16_GET_SUPPLEMENTARY(lead, *units) : *units);
+                appendCharacter(U16_IS_TRAIL(*units) ? U16_GET_SUPPLEMENTARY(m_lead, *units) : *units);
         }
-        text.append(chunk);
+        m_text.append(m_piece);
     }
 
     ByteBuffer take() {
-        text.shrinkToFit();
-        return std::move(text);
+        m_text.shrinkToFit();
+        return std::move(m_text);
     }
 
 private:
     void appendCharacter(UChar32 character) {
-        const bool isMark = std::exchange(first, false) && character == byteOrderMark;
-        if (isMark)
+        if (std::exchange(m_isFirst, false) && character == byteOrderMark)
             return;
         std::array<char, U8_MAX_LENGTH> bytes;
         std::size_t length = 0;
         U8_APPEND_UNSAFE(bytes, length, character);
-        chunk.append(bytes.data(), length);
+        m_piece.append(bytes.data(), length);
     }
 
-    ByteBuffer text;
-    std::string chunk;
-    UChar lead = 0;
-    bool first = true;
+    ByteBuffer m_text;
+    std::string m_piece;
+    UChar m_lead = 0;
+    bool m_isFirst = true;
 };
 
-/// Returns nothing when a byte is not valid in the encoding.
+/// Returns nothing if the bytes are not valid in the encoding. Converts in pieces: ICU stops with
+/// U_BUFFER_OVERFLOW_ERROR when `units` is full and continues in the next call.
 std::optional<ByteBuffer> decode(std::string_view bytes, Encoding encoding) {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<UConverter, decltype(&ucnv_close)> converter(
@@ -143,25 +145,26 @@ std::optional<ByteBuffer> decode(std::string_view bytes, Encoding encoding) {
                        &status);
         if (U_FAILURE(status) && status != U_BUFFER_OVERFLOW_ERROR)
             return {};
-        if (encoding == Encoding::eucJP && std::any_of(units.data(), end, isControlOfEUC))
+        if (encoding == Encoding::eucJP && std::any_of(units.data(), end, isC1Control))
             return {};
         if (encoding == Encoding::shiftJIS)
-            std::transform(units.data(), end, units.data(), fromShiftJIS);
+            std::transform(units.data(), end, units.data(), correctedShiftJIS);
         writer.append(units.data(), end);
     } while (status == U_BUFFER_OVERFLOW_ERROR);
     return writer.take();
 }
 
-/// Whether the first row of a CSV file has a comma or an end. Text in a one-byte encoding that is read as
-/// UTF-16 has neither.
+/// Whether the text has a comma or a line end, as every CSV file has. Text in a one-byte encoding that is
+/// decoded as UTF-16 has none.
 bool hasCSVSeparator(std::string_view text) {
     return text.find_first_of(",\n\r") != std::string_view::npos;
 }
 
-ByteBuffer withoutMark(ByteBuffer text) {
-    if (text.view().starts_with(markUTF8)) {
-        std::memmove(text.data(), text.data() + markUTF8.size(), text.size() - markUTF8.size());
-        text.setSize(text.size() - markUTF8.size());
+ByteBuffer withoutByteOrderMark(ByteBuffer text) {
+    if (text.view().starts_with(byteOrderMarkUTF8)) {
+        std::memmove(text.data(), text.data() + byteOrderMarkUTF8.size(),
+                     text.size() - byteOrderMarkUTF8.size());
+        text.setSize(text.size() - byteOrderMarkUTF8.size());
     }
     return text;
 }
@@ -172,8 +175,8 @@ bool isValidUTF8(std::string_view bytes) {
     const auto* units = reinterpret_cast<const std::uint8_t*>(bytes.data());
     const std::size_t size = bytes.size();
     for (std::size_t position = 0; position < size;) {
-        position += asciiBlocks(bytes.data() + position, size - position);
-        // Up to the next block: the rest of a character may reach into it.
+        position += asciiBlocksSize(bytes.data() + position, size - position);
+        // Then 64 bytes one character at a time. A character that begins there may end in the next block.
         const std::size_t blockEnd = std::min(position + 64, size);
         while (position < blockEnd) {
             UChar32 character = 0;
@@ -187,13 +190,13 @@ bool isValidUTF8(std::string_view bytes) {
 
 std::optional<ByteBuffer> decodeText(ByteBuffer bytes) {
     if (isValidUTF8(bytes.view()))
-        return withoutMark(std::move(bytes));
-    // A mark settles the byte order: in the other one such a file would only be garbage.
-    if (bytes.view().starts_with(markUTF16LittleEndian))
+        return withoutByteOrderMark(std::move(bytes));
+    // With a byte-order mark, the file is in that encoding or invalid.
+    if (bytes.view().starts_with(byteOrderMarkUTF16LE))
         return decode(bytes.view(), Encoding::utf16LittleEndian);
-    if (bytes.view().starts_with(markUTF16BigEndian))
+    if (bytes.view().starts_with(byteOrderMarkUTF16BE))
         return decode(bytes.view(), Encoding::utf16BigEndian);
-    // ASCII is not in the list: it is UTF-8.
+    // ASCII is already covered by UTF-8.
     for (const Encoding encoding : {Encoding::shiftJIS, Encoding::eucJP})
         if (std::optional<ByteBuffer> text = decode(bytes.view(), encoding))
             return text;

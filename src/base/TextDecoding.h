@@ -6,14 +6,14 @@
 
 namespace kavendra {
 
-/// Decodes a whole CSV file of unknown encoding to UTF-8. The first of these encodings wins in which every
-/// byte is valid: UTF-8, Shift JIS, EUC-JP, UTF-16 with a byte-order mark, UTF-16 little-endian, UTF-16
-/// big-endian, ASCII. UTF-16 without a byte-order mark must also hold a comma or a line end, because most
-/// texts in one-byte encodings are valid in it. A leading byte-order mark is dropped. UTF-8 comes back in the
-/// buffer it came in. Returns nothing when the bytes are valid in none.
+/// Decodes a CSV file of unknown encoding to UTF-8, by the first of these encodings in which all bytes are
+/// valid: UTF-8, Shift JIS, EUC-JP, UTF-16 with a byte-order mark, UTF-16 little-endian, UTF-16 big-endian,
+/// ASCII. UTF-16 without a byte-order mark must also contain a comma or a line end, because most texts in
+/// one-byte encodings are valid UTF-16. Drops a leading byte-order mark. Returns UTF-8 in the same buffer,
+/// without copying. Returns nothing if the bytes are valid in none of the encodings.
 std::optional<ByteBuffer> decodeText(ByteBuffer bytes);
 
-/// Whether all bytes are UTF-8 in its strict form (no surrogates, no overlong forms).
+/// Whether `bytes` is strict UTF-8: no surrogates, no overlong forms.
 bool isValidUTF8(std::string_view bytes);
 
 } // namespace kavendra
