@@ -3,8 +3,8 @@
 #include "config/SettingsFile.h"
 #include "platform/desktop/SystemDesktop.h"
 #include "ui/HeldEnterFilter.h"
-#include "ui/Icon.h"
 #include "ui/MainWindow.h"
+#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #include "ui/ItemTableHeader.h"
 
-#include "ui/Colors.h"
 #include "ui/DisplayText.h"
 #include "ui/ItemCellDelegate.h"
+#include "ui/Theme.h"
 
 #include <QPainter>
 #include <QStyle>

@@ -2,9 +2,9 @@
 
 #include "app/LoadTexts.h"
 #include "ui/AccessibleRole.h"
-#include "ui/Colors.h"
 #include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"
+#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "ui/MenuBuilder.h"
 
-#include "ui/Colors.h"
 #include "ui/DisplayText.h"
+#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QFontMetrics>

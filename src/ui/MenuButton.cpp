@@ -1,8 +1,7 @@
 #include "ui/MenuButton.h"
 
-#include "ui/Colors.h"
-#include "ui/Icon.h"
 #include "ui/MenuBuilder.h"
+#include "ui/Theme.h"
 
 #include <QEvent>
 #include <QMenu>

@@ -2,7 +2,7 @@
 
 #include "ui/AccessibleRole.h"
 #include "ui/DisplayText.h"
-#include "ui/Icon.h"
+#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QGridLayout>

@@ -1,6 +1,6 @@
 #include "ui/SearchBar.h"
 
-#include "ui/Colors.h"
+#include "ui/Theme.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,8 +1,7 @@
 #include "ui/SearchField.h"
 
-#include "ui/Colors.h"
 #include "ui/DisplayText.h"
-#include "ui/Icon.h"
+#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QAction>

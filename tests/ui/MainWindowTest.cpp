@@ -3,8 +3,8 @@
 #include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/Colors.h"
 #include "ui/HeldEnterFilter.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,4 +1,4 @@
-#include "ui/Colors.h"
+#include "ui/Theme.h"
 
 #include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
