@@ -2,7 +2,7 @@
 #include "app/WindowMenus.h"
 #include "config/SettingsFile.h"
 #include "platform/desktop/SystemDesktop.h"
-#include "ui/HeldEnterFilter.h"
+#include "ui/EnterAutoRepeatFilter.h"
 #include "ui/MainWindow.h"
 #include "ui/Theme.h"
 #include "ui/Translation.h"
@@ -44,8 +44,8 @@ int main(int argc, char* argv[]) {
     QApplication::setDesktopFileName(QStringLiteral("kavendra"));
     QApplication::setWindowIcon(applicationIcon());
     installTranslations();
-    HeldEnterFilter heldEnter;
-    application.installEventFilter(&heldEnter);
+    EnterAutoRepeatFilter enterAutoRepeat;
+    application.installEventFilter(&enterAutoRepeat);
 
     const auto desktop = makeDesktop(processes);
     const QString builtinFile =

@@ -3,7 +3,7 @@
 #include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/HeldEnterFilter.h"
+#include "ui/EnterAutoRepeatFilter.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -111,7 +111,7 @@ TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
 // What X11 delivers for a held key: release and press of the same moment, not marked as repeats when the
 // focus has moved to the dialog meanwhile.
 TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
-    HeldEnterFilter filter;
+    EnterAutoRepeatFilter filter;
     qApp->installEventFilter(&filter);
     QTest::keyClicks(&field, "beta");
     const auto send = [](QWidget& widget, QEvent::Type type, quint64 milliseconds, bool isRepeat) {
