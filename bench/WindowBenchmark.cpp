@@ -14,7 +14,7 @@ namespace {
 struct Keystrokes {
     explicit Keystrokes(std::size_t count) {
         ItemList list = generateItems(count);
-        SearchIndex index(list);
+        SearchIndex index = *makeSearchIndex(list);
         all.items = std::make_shared<const LoadedItems>(std::move(list), std::move(index));
         half.items = all.items;
         std::vector<std::uint32_t> every;

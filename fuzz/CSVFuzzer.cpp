@@ -16,7 +16,7 @@ using namespace kavendra;
 
 /// Every word of an item's own text must find that item.
 void searchForItsOwnWords(const ItemList& items) {
-    const SearchIndex index(items);
+    const SearchIndex index = *makeSearchIndex(items);
     require(index.matches(" ").size() == items.size());
     for (std::size_t item = 0; item < std::min<std::size_t>(items.size(), 8); ++item)
         for (std::size_t column = 0; column < requiredColumns.size(); ++column) {

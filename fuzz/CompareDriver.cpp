@@ -43,10 +43,12 @@ json matchesOf(const json& csv, const json& queries) {
         return failure(block.error());
     ItemList items;
     items.append(std::move(*block));
-    const SearchIndex index(items);
+    const auto index = makeSearchIndex(items);
+    if (!index)
+        return failure(index.error());
     json found = json::array();
     for (const json& query : queries)
-        found.push_back(index.matches(query.get<std::string>()));
+        found.push_back(index->matches(query.get<std::string>()));
     return found;
 }
 

@@ -44,7 +44,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     ItemList items;
     items.append(std::move(*block));
-    const auto found = SearchIndex(items).matches(query);
+    const auto found = makeSearchIndex(items).value().matches(query);
     require(std::ranges::is_sorted(found));
     for (std::size_t item = 0; item < items.size(); ++item)
         require(std::ranges::binary_search(found, item) == isKept(items, item, query));

@@ -59,8 +59,10 @@ Result<void> ContentView::load() {
     auto items = loadAllItems(directory, current.appSettings.showBuiltinItems, builtinFile, logLine());
     if (!items)
         return std::unexpected(items.error());
-    SearchIndex index(*items);
-    adopt({std::move(*items), std::move(index)});
+    auto index = makeSearchIndex(*items);
+    if (!index)
+        return std::unexpected(index.error());
+    adopt({std::move(*items), std::move(*index)});
     ensureSelection();
     return {};
 }

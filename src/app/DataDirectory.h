@@ -26,18 +26,15 @@ Result<void> ensureDataDirectory(const std::string& path);
 Result<std::vector<std::string>> listDataFiles(const std::string& path);
 
 /// Reads every data file of the directory, behind the items of `builtinFile` when `includeBuiltin` is set.
-/// The first file that fails fails the whole load with its error.
+/// The first file that fails fails the whole load with its error; a file also fails when all files up to it
+/// hold more than one load may (see LoadLimits.h).
 Result<ItemList> loadAllItems(const std::string& path, bool includeBuiltin, const std::string& builtinFile,
                               const LogLine& appendLogLine);
 
 /// Reads the built-in items; there are none when the file does not exist. Fails with the reader's error.
 Result<ItemBlock> loadBuiltinItems(const std::string& builtinFile, const LogLine& appendLogLine);
 
-/// Reads one data file by its kind. Fails with the reader's error.
+/// Reads one data file by its kind. Fails with the reader's error, or when there is not enough memory.
 Result<ItemBlock> loadDataFile(const std::string& file, std::string sourceName, const LogLine& appendLogLine);
-
-/// Returns the text of a CSV file. Fails with LaunchError::invalidCSVFormat when it cannot be read or is in
-/// no known encoding.
-Result<ByteBuffer> readCSVText(const std::string& file);
 
 } // namespace kavendra

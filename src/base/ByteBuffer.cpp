@@ -93,6 +93,19 @@ void ByteBuffer::setSize(std::size_t size) {
 void ByteBuffer::reserve(std::size_t capacity) {
     if (bytes && capacity <= room)
         return;
+#ifdef MREMAP_MAYMOVE
+    if (bytes && isMapped(room)) {
+        // Moves the pages, not the bytes, so the old and the new ones never stand side by side.
+        void* mapping = capacity > std::numeric_limits<std::size_t>::max() / 2
+                            ? MAP_FAILED
+                            : mremap(bytes, mappingSize(room), mappingSize(capacity), MREMAP_MAYMOVE);
+        if (mapping == MAP_FAILED)
+            throw std::bad_alloc();
+        bytes = static_cast<char*>(mapping);
+        room = capacity;
+        return;
+    }
+#endif
     ByteBuffer larger(capacity);
     larger.append(view());
     *this = std::move(larger);

@@ -1,5 +1,7 @@
 #include "base/Text.h"
 
+#include <unicode/bytestream.h>
+#include <unicode/casemap.h>
 #include <unicode/coll.h>
 #include <unicode/normalizer2.h>
 #include <unicode/translit.h>
@@ -8,6 +10,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 
 namespace kavendra {
@@ -18,6 +21,10 @@ bool isASCII(std::string_view text) {
     return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
+icu::StringPiece stringPiece(std::string_view text) {
+    return {text.data(), static_cast<std::int32_t>(text.size())};
+}
+
 std::string toUTF8(const icu::UnicodeString& text) {
     std::string bytes;
     text.toUTF8String(bytes);
@@ -25,30 +32,40 @@ std::string toUTF8(const icu::UnicodeString& text) {
 }
 
 icu::UnicodeString fromUTF8(std::string_view text) {
-    return icu::UnicodeString::fromUTF8(
-        icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+    return icu::UnicodeString::fromUTF8(stringPiece(text));
 }
 
-/// Marks that follow one another are put in order, which takes a time that grows with the square of their
-/// number. No writing needs more than a few (UAX #15 takes 30 for safe), so a longer run is cut.
-constexpr std::int32_t maximumMarks = 1000;
+/// Combining marks that follow one another are put in order, which takes a time that grows with the square of
+/// their number, so a longer run is cut. No writing needs more than this in a row (Unicode's Stream-Safe Text
+/// Format, UAX #15).
+constexpr int maximumMarks = 30;
+constexpr UChar32 firstMark = 0x300;
 
-/// Returns `text` normalised in pieces, none of which has more than maximumMarks marks in a row.
-icu::UnicodeString normalizedInPieces(const icu::Normalizer2& normalizer, const icu::UnicodeString& text,
-                                      UErrorCode& status) {
-    if (text.length() <= maximumMarks)
-        return normalizer.normalize(text, status);
-    icu::UnicodeString result;
-    std::int32_t pieceBegin = 0, marks = 0;
-    for (std::int32_t position = 0; position < text.length(); position = text.moveIndex32(position, 1)) {
-        marks = normalizer.getCombiningClass(text.char32At(position)) != 0 ? marks + 1 : 0;
-        if (marks > maximumMarks) {
-            result += normalizer.normalize(text.tempSubStringBetween(pieceBegin, position), status);
-            pieceBegin = position;
-            marks = 0;
-        }
+/// Returns how many bytes at the beginning of `text` have no more than maximumMarks combining marks in a row.
+std::size_t normalizableLength(const icu::Normalizer2& normalizer, std::string_view text) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto size = static_cast<std::int32_t>(text.size());
+    std::int32_t next = 0;
+    int marks = 0;
+    for (std::int32_t position = 0; position < size; position = next) {
+        UChar32 character = 0;
+        U8_NEXT(bytes, next, size, character);
+        marks = character >= firstMark && normalizer.getCombiningClass(character) != 0 ? marks + 1 : 0;
+        if (marks > maximumMarks)
+            return static_cast<std::size_t>(position);
     }
-    return result += normalizer.normalize(text.tempSubStringBetween(pieceBegin), status);
+    return text.size();
+}
+
+void appendNormalized(const icu::Normalizer2& normalizer, std::string_view text, std::string& result,
+                      UErrorCode& status) {
+    const icu::StringPiece piece = stringPiece(text);
+    if (normalizer.isNormalizedUTF8(piece, status)) {
+        result += text;
+        return;
+    }
+    icu::StringByteSink<std::string> sink(&result);
+    normalizer.normalizeUTF8(0, piece, sink, nullptr, status);
 }
 
 /// Returns the length of the White_Space character that ends `text`, 0 when another one does.
@@ -119,7 +136,11 @@ std::string lowercased(std::string_view text) {
                 letter = static_cast<char>(letter - 'A' + 'a');
         return lower;
     }
-    return toUTF8(fromUTF8(text).toLower(icu::Locale::getRoot()));
+    std::string lower;
+    icu::StringByteSink<std::string> sink(&lower, static_cast<std::int32_t>(text.size()));
+    UErrorCode status = U_ZERO_ERROR;
+    icu::CaseMap::utf8ToLower("", 0, stringPiece(text), sink, nullptr, status);
+    return U_SUCCESS(status) ? lower : std::string(text);
 }
 
 std::string normalized(std::string_view text) {
@@ -129,8 +150,13 @@ std::string normalized(std::string_view text) {
     const icu::Normalizer2* nfc = icu::Normalizer2::getNFCInstance(status);
     if (U_FAILURE(status))
         return std::string(text);
-    const icu::UnicodeString result = normalizedInPieces(*nfc, fromUTF8(text), status);
-    return U_SUCCESS(status) ? toUTF8(result) : std::string(text);
+    std::string result;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::size_t length = normalizableLength(*nfc, rest);
+        appendNormalized(*nfc, rest.substr(0, length), result, status);
+        rest.remove_prefix(length);
+    }
+    return U_SUCCESS(status) ? result : std::string(text);
 }
 
 std::string hiraganaToKatakana(std::string_view text) {

@@ -25,7 +25,7 @@ std::size_t whiteSpacePrefix(std::string_view text);
 /// Returns `text` in lower case by the Unicode default mapping, whatever the locale.
 std::string lowercased(std::string_view text);
 
-/// Returns `text` in Unicode normalisation form C, a run of more than 1,000 combining marks in pieces.
+/// Returns `text` in Unicode normalisation form C, a run of more than 30 combining marks in pieces.
 std::string normalized(std::string_view text);
 
 /// Returns `text` with every Hiragana character turned into its Katakana (ICU "Hiragana-Katakana").

@@ -24,6 +24,8 @@ struct ItemBlock {
     ByteBuffer text; ///< at most 4 GiB, valid UTF-8
     std::vector<ItemRow> rows;
     std::string source;
+    std::size_t fileSize = 0; ///< in bytes; bounds what the items may take (see LoadLimits.h)
+    std::size_t xmlCost = 0;  ///< what the file took to parse, as xmlCost has it
 
     std::string_view value(const ItemRow& row, std::size_t column) const {
         return text.view().substr(row[column].offset, row[column].length);

@@ -89,8 +89,7 @@ std::vector<std::uint32_t> merged(const std::vector<std::uint32_t>& a, const std
 
 } // namespace
 
-SearchIndex::SearchIndex(const ItemList& list)
-    : items(makeSearchText(list)), frequencies(items.text.view()) {}
+SearchIndex::SearchIndex(SearchText text) : items(std::move(text)), frequencies(items.text.view()) {}
 
 std::vector<std::uint32_t> SearchIndex::matches(std::string_view searchText) const {
     std::vector<std::uint32_t> found;
@@ -130,6 +129,13 @@ std::vector<std::uint32_t> SearchIndex::matches(std::string_view searchText) con
         found = found.empty() ? std::move(more) : merged(found, more);
     }
     return found;
+}
+
+Result<SearchIndex> makeSearchIndex(const ItemList& items) {
+    auto text = makeSearchText(items);
+    if (!text)
+        return std::unexpected(text.error());
+    return SearchIndex(std::move(*text));
 }
 
 } // namespace kavendra

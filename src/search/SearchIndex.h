@@ -13,7 +13,7 @@ namespace kavendra {
 class SearchIndex {
 public:
     SearchIndex() = default;
-    explicit SearchIndex(const ItemList& items);
+    explicit SearchIndex(SearchText items);
 
     /// Returns the indexes of the items that contain every word of `searchText`, ascending; all of them when
     /// it has no word. Letter case is disregarded; a Hiragana word is also found in its Katakana spelling.
@@ -23,5 +23,8 @@ private:
     SearchText items;
     ByteFrequencies frequencies;
 };
+
+/// Makes the index of a list. Fails as makeSearchText does.
+Result<SearchIndex> makeSearchIndex(const ItemList& items);
 
 } // namespace kavendra

@@ -1,10 +1,13 @@
 #include "search/SearchText.h"
 
 #include "base/Text.h"
+#include "data/DataFile.h"
+#include "data/LoadLimits.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
 #include <utility>
 
 namespace kavendra {
@@ -41,27 +44,59 @@ bool isASCII(std::string_view text) {
     return std::ranges::none_of(text, [](char byte) { return static_cast<std::uint8_t>(byte) >= 0x80; });
 }
 
+/// Where the texts of a block stand folded in the arena, so that one that many rows share is folded once.
+/// Every text of at least `slotSize` bytes has a slot of its own; shorter ones are folded again.
+class FoldedTexts {
+public:
+    explicit FoldedTexts(const ItemBlock& block) {
+        std::size_t size = 0;
+        for (const ItemRow& row : block.rows)
+            for (const TextSpan span : row)
+                size += span.length;
+        // Otherwise folding every text costs no more than folding the block once.
+        if (size > block.text.size())
+            slots.resize(block.text.size() / slotSize + 1);
+    }
+
+    struct Slot {
+        std::size_t begin = 0;
+        std::size_t length = 0; ///< 0 until the text is folded
+    };
+
+    Slot* slotOf(TextSpan span) {
+        const bool hasSlot = !slots.empty() && span.length >= slotSize;
+        return hasSlot ? &slots[span.offset / slotSize] : nullptr;
+    }
+
+private:
+    static constexpr std::size_t slotSize = 16;
+
+    std::vector<Slot> slots;
+};
+
 class Writer {
 public:
     explicit Writer(const ItemList& items) {
-        std::size_t rows = 0, size = 0;
-        for (const ItemBlock& block : items.blocks()) {
-            rows += block.rows.size();
+        std::size_t size = 0;
+        for (const ItemBlock& block : items.blocks())
             for (const ItemRow& row : block.rows)
                 size += foldedSize(row);
-        }
         result.text = ByteBuffer(size);
-        result.starts.reserve(rows + 1);
-        result.characters.reserve(rows);
+        result.starts.reserve(items.size() + 1);
+        result.characters.reserve(items.size());
     }
 
-    void append(const ItemBlock& block, const ItemRow& row) {
-        const std::size_t begin = used;
-        if (!appendASCII(block, row))
-            appendFolded(block, row);
-        result.characters.push_back(characterBits({result.text.data() + begin, used - begin}));
-        result.text.data()[used++] = '\n';
-        result.starts.push_back(used);
+    /// Returns whether the items up to this block take no more memory than their files may.
+    bool append(const ItemBlock& block) {
+        fileSize += block.fileSize;
+        const std::size_t memory = loadLimits::itemMemory(fileSize);
+        FoldedTexts foldedTexts(block);
+        for (const ItemRow& row : block.rows) {
+            append(block, row, foldedTexts);
+            if (used + result.characters.size() * loadLimits::itemCost > memory)
+                return false;
+        }
+        return true;
     }
 
     SearchText take() {
@@ -87,6 +122,15 @@ private:
         text.reserve(std::max(used + more, used + used / 8));
     }
 
+    void append(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
+        const std::size_t begin = used;
+        if (!appendASCII(block, row))
+            appendFolded(block, row, foldedTexts);
+        result.characters.push_back(characterBits({result.text.data() + begin, used - begin}));
+        result.text.data()[used++] = '\n';
+        result.starts.push_back(used);
+    }
+
     /// Appends the row's text when it is ASCII; what is not needs more than the letters changed.
     bool appendASCII(const ItemBlock& block, const ItemRow& row) {
         reserve(foldedSize(row));
@@ -106,22 +150,45 @@ private:
         return true;
     }
 
-    void appendFolded(const ItemBlock& block, const ItemRow& row) {
-        std::string text;
+    /// Appends the row field by field: no rule of folding reaches across a space.
+    void appendFolded(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             if (column > 0)
-                text += ' ';
-            // Field by field: no rule of folding reaches across a space.
-            text += folded(block.value(row, column));
+                copy(" ");
+            FoldedTexts::Slot* const slot = foldedTexts.slotOf(row[column]);
+            if (slot && slot->length > 0) {
+                reserve(slot->length + 1);
+                copy({result.text.data() + slot->begin, slot->length});
+                continue;
+            }
+            const std::size_t begin = used;
+            const std::string text = folded(block.value(row, column));
+            reserve(text.size() + 1);
+            copy(text);
+            if (slot)
+                *slot = {.begin = begin, .length = used - begin};
         }
-        reserve(text.size() + 1);
+    }
+
+    /// Room must be reserved.
+    void copy(std::string_view text) {
         std::memcpy(result.text.data() + used, text.data(), text.size());
         used += text.size();
     }
 
     SearchText result;
     std::size_t used = 0;
+    std::size_t fileSize = 0; ///< of the blocks so far
 };
+
+/// Memory is taken for all files together, and most of it for this one.
+std::string_view largestSource(const ItemList& items) {
+    const auto memory = [](const ItemBlock& block) {
+        return block.text.size() + block.rows.size() * loadLimits::itemCost;
+    };
+    const auto largest = std::ranges::max_element(items.blocks(), {}, memory);
+    return largest == items.blocks().end() ? std::string_view() : largest->source;
+}
 
 } // namespace
 
@@ -137,12 +204,17 @@ std::uint64_t characterBits(std::string_view text) {
     return bits;
 }
 
-SearchText makeSearchText(const ItemList& items) {
-    Writer writer(items);
-    for (const ItemBlock& block : items.blocks())
-        for (const ItemRow& row : block.rows)
-            writer.append(block, row);
-    return writer.take();
+Result<SearchText> makeSearchText(const ItemList& items) {
+    try {
+        Writer writer(items);
+        for (const ItemBlock& block : items.blocks())
+            if (!writer.append(block))
+                return invalidDataFile(block.source, "too much text for the size of the file");
+        ByteBuffer(items.size() * loadLimits::shownItemCost);
+        return writer.take();
+    } catch (const std::bad_alloc&) {
+        return notEnoughMemory(largestSource(items));
+    }
 }
 
 } // namespace kavendra

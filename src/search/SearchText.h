@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data/ItemList.h"
+#include "base/Result.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -28,7 +29,10 @@ struct SearchText {
     }
 };
 
-SearchText makeSearchText(const ItemList& items);
+/// Folds all items. Fails with the source of the file with which they take more memory than files of that
+/// size may (loadLimits::itemMemory). Fails with the source of the largest file when there is not enough
+/// memory for the index or for showing the items.
+Result<SearchText> makeSearchText(const ItemList& items);
 
 /// Returns the bit of a lower-case ASCII letter or digit in SearchText::characters, 0 for any other byte.
 constexpr std::uint64_t characterBit(char byte) {

@@ -96,6 +96,58 @@ TEST(DataDirectory, oneBadFileFailsTheWholeLoadWithItsMessage) {
     EXPECT_EQ(failure(), "Invalid Excel format: " + excel + ": Permission denied");
 }
 
+TEST(DataDirectory, chargesAllFilesTogetherInTheirOrder) {
+    const auto table = [](const char* row, std::size_t rows) {
+        std::string text = header;
+        for (std::size_t count = 0; count < rows; ++count)
+            text += row;
+        return text;
+    };
+    std::string xml = headerRow() + inlineRow({"a"});
+    xml.append(15U << 20, '>');
+    struct Case {
+        const char* name;
+        std::string content; ///< of each of two files
+        std::string extension;
+        const char* failure;
+    };
+    const Case cases[] = {
+        {"rows of one letter", table("a\n", 700'000), "csv",
+         "too many rows or too much text in all files together"},
+        {"more rows than a load may have", table("a,b,\n", 2'100'000), "csv",
+         "more than 4194304 rows in all files together"},
+        {"XML that takes long to parse", makeZip(zipEntries(workbookParts({xml}))), "xlsx",
+         "too much XML in all files together"},
+        {"half as many", table("a\n", 350'000), "csv", nullptr},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const TemporaryDirectory directory;
+        directory.write("a." + c.extension, c.content);
+        EXPECT_TRUE(loadAllItems(directory.path(), false, "", ignoreLine));
+        directory.write("b." + c.extension, c.content);
+        const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
+        const std::string expected = c.failure ? "b." + c.extension + ": " + c.failure : "none";
+        const std::string failure = items ? "none" : items.error().description;
+        EXPECT_TRUE(failure.ends_with(expected)) << failure;
+    }
+}
+
+TEST(DataDirectory, shortMemoryFailsTheLoadAndFreesIt) {
+    const TemporaryDirectory directory;
+    directory.write("a.csv", header + "good,,,\n");
+    const std::string large = directory.write("large.csv", header);
+    std::filesystem::resize_file(large, std::size_t{256} << 20);
+    const ScopedMemoryLimit limit(std::size_t{128} << 20);
+    for (int load = 0; load < 3; ++load) {
+        const auto items = loadAllItems(directory.path(), false, "", ignoreLine);
+        ASSERT_FALSE(items);
+        EXPECT_EQ(items.error().description, "not enough memory: large.csv");
+    }
+    std::filesystem::resize_file(large, std::size_t{64} << 20);
+    EXPECT_EQ(loadAllItems(directory.path(), false, "", ignoreLine)->size(), 2U);
+}
+
 TEST(DataDirectory, isCreatedWhenMissingAndRefusedWhenItIsNone) {
     const TemporaryDirectory directory;
     const std::string missing = directory.path("a/b");

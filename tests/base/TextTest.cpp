@@ -31,6 +31,14 @@ TEST(Text, normalizesToComposedForm) {
     EXPECT_EQ(normalized("a\u0302\u0323"), "\u1EAD");
 }
 
+TEST(Text, normalizesUpToThirtyMarksInARowAtOnce) {
+    std::string marks;
+    for (int count = 1; count < 30; ++count)
+        marks += "\u0301";
+    EXPECT_EQ(normalized("e" + marks + "\u0327"), "ȩ" + marks);
+    EXPECT_EQ(normalized("e" + marks + "\u0301\u0327"), "é" + marks + "\u0327");
+}
+
 TEST(Text, normalizesEndlessMarksInReasonableTime) {
     std::string marks = "e";
     for (int i = 0; i < 500'000; ++i)

@@ -6,6 +6,8 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <fstream>
 #include <string>
 
 /// Real limits of the system, put on this process for as long as the object lives.
@@ -26,6 +28,23 @@ public:
 
 private:
     void (*previousHandler)(int);
+    rlimit previous{};
+};
+
+/// The process may take no more than `room` bytes of address space besides what it has. The sanitizers end
+/// the program when operator new gets none, so under them only a ByteBuffer may run out.
+class ScopedMemoryLimit {
+public:
+    explicit ScopedMemoryLimit(std::size_t room) {
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        getrlimit(RLIMIT_AS, &previous);
+        const rlimit limit{pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + room, previous.rlim_max};
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    ~ScopedMemoryLimit() { setrlimit(RLIMIT_AS, &previous); }
+
+private:
     rlimit previous{};
 };
 

@@ -2,6 +2,7 @@
 
 #include "base/Text.h"
 #include "data/DataErrors.h"
+#include "data/LoadLimits.h"
 #include "data/csv/CSVTokenizer.h"
 
 #include <algorithm>
@@ -17,10 +18,6 @@ namespace {
 
 /// The largest text of one file. The Unicode services count in 32 bits.
 constexpr std::size_t maximumTextSize = std::numeric_limits<std::int32_t>::max();
-
-/// The most items of one file: what the largest file holds in rows of 64 bytes. A row of two bytes takes some
-/// thirty in the tables of the list and of the search, so that without this a file could take all memory.
-constexpr std::size_t maximumItems = std::size_t{16} << 20;
 
 /// After this many rows the number of all rows is estimated, so that their table grows once, not ten times.
 constexpr std::size_t rowsBeforeEstimate = 4096;
@@ -53,7 +50,7 @@ private:
 /// Maps rows to items by the names in the first row.
 class ItemCollector {
 public:
-    explicit ItemCollector(ByteBuffer& csv) : text(csv) {}
+    ItemCollector(ByteBuffer& csv, std::size_t maximumItems) : text(csv), maximumItems(maximumItems) {}
 
     void field(CSVField field) {
         if (!hasHeader) {
@@ -149,10 +146,11 @@ private:
     /// Expects the rest of the text to be like its beginning, and no table larger than the text.
     void reserveRows() {
         const std::size_t estimate = text.size() / (textRead / rows.size()) + rowsBeforeEstimate;
-        rows.reserve(std::min(estimate, text.size() / sizeof(ItemRow)));
+        rows.reserve(std::min({estimate, text.size() / sizeof(ItemRow), maximumItems}));
     }
 
     ByteBuffer& text;
+    const std::size_t maximumItems;
     std::vector<std::uint8_t> columns; ///< for each header field, which required column it is
     std::array<bool, requiredColumns.size()> hasColumn{};
     ItemRow row{};
@@ -171,11 +169,14 @@ Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text
 }
 
 Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
-                               const LogLine& appendLogLine) {
+                               const LogLine& appendLogLine, std::optional<std::size_t> fileSize) {
     if (text.size() > maximumTextSize)
         return LaunchError::invalidCSVFormat(std::string(fileName) + ": failed to read file");
 
-    ItemCollector collector(text);
+    const std::size_t size = fileSize.value_or(text.size());
+    const std::size_t maximumItems =
+        std::min(loadLimits::items, loadLimits::itemMemory(size) / loadLimits::itemCost);
+    ItemCollector collector(text, maximumItems);
     if (!tokenizeCSV(text.data(), text.size(), collector)) {
         // No row ends behind the quote, so it stands in the row that did not end.
         appendLogLine("CSV unterminated quote (" + std::string(fileName) + "): opened in row " +
@@ -191,8 +192,10 @@ Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::
     if (collector.hasTooManyItems)
         return LaunchError::invalidCSVFormat(std::string(fileName) + ": more than " +
                                              std::to_string(maximumItems) + " rows");
-    return ItemBlock{
-        .text = std::move(text), .rows = std::move(collector.rows), .source = std::move(sourceName)};
+    return ItemBlock{.text = std::move(text),
+                     .rows = std::move(collector.rows),
+                     .source = std::move(sourceName),
+                     .fileSize = size};
 }
 
 } // namespace kavendra

@@ -1,5 +1,6 @@
 #include "data/workbook/ExcelSheetTable.h"
 
+#include "data/LoadLimits.h"
 #include "data/workbook/WorkbookLimits.h"
 
 #include <algorithm>
@@ -75,11 +76,12 @@ const char* ExcelSheetTable::endItemRow() {
         size += text.length;
     if (size == 0)
         return nullptr;
-    if (content.items.size() == workbookLimits::items)
+    if (content.items.size() == loadLimits::items)
         return "too many items";
     content.itemTextSize += size;
-    if (content.itemTextSize > workbookLimits::itemTextSize)
-        return "items with too much text";
+    const std::size_t memory = content.itemTextSize + content.items.size() * loadLimits::itemCost;
+    if (memory > loadLimits::itemMemory(content.fileSize))
+        return "too much text for the size of the file";
     content.items.push_back(currentItem);
     return nullptr;
 }

@@ -110,6 +110,7 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
 }
 
 Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
+    sizeOfFile = fileSize;
     const auto count = static_cast<std::size_t>(zip_get_num_entries(archive.get(), 0));
     std::size_t packedSize = 0;
     for (std::size_t index = 0; index < count; ++index) {

@@ -58,6 +58,9 @@ public:
     /// The same for an entry that need not be there. Fails also when a name in the list is not UTF-8.
     Result<std::optional<ArchiveEntry>> readOptionalArchiveEntry(std::string_view name);
 
+    /// The length of the archive itself.
+    std::size_t fileSize() const { return sizeOfFile; }
+
     /// The length of all entries together, as the archive gives it.
     std::size_t inflatedSize() const { return sizeOfAll; }
 
@@ -73,6 +76,7 @@ private:
     /// The index of each entry by its name, which belongs to the archive.
     std::map<std::string_view, std::size_t> entries;
     bool namesAreUTF8 = true;
+    std::size_t sizeOfFile = 0;
     std::size_t sizeOfAll = 0;
     std::size_t inflatableSize = 0; ///< what may still be read
 };

@@ -10,11 +10,13 @@ namespace kavendra {
 
 /// What is kept of a workbook while it is read: its texts, trimmed, and the items as spans of them.
 struct WorkbookContent {
+    std::size_t fileSize = 0; ///< bounds what the items may take and what parsing may cost
     ByteBuffer text;
     std::vector<TextSpan> sharedStrings; ///< by their index in the workbook
     std::vector<ItemRow> items;          ///< of all sheets so far
     std::size_t itemTextSize = 0;        ///< the bytes of all items' texts
     std::size_t headerTextSize = 0;      ///< the bytes of all header lines
+    std::size_t xmlCost = 0;             ///< of all that was parsed
 
     std::string_view value(TextSpan span) const { return text.view().substr(span.offset, span.length); }
 

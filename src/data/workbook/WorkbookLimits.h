@@ -19,7 +19,7 @@ inline constexpr std::size_t entries = 16'384;
 /// Bytes of the archive's directory: a name of 70 letters and the extra fields of archivers for each entry.
 inline constexpr std::size_t directorySize = entries * 180;
 
-/// Bytes of XML of one workbook, which is what bounds the time: some 20 seconds at the worst.
+/// Bytes of XML of one workbook.
 inline constexpr std::size_t inflatedSize = 1024 * mebibyte;
 
 /// How much longer the XML may be than the file, beyond `inflatedAlways`. Deflate can make it 1,032 times as
@@ -34,9 +34,9 @@ inline constexpr std::size_t packagePartSize = 32 * mebibyte;
 /// Levels of nested elements; a worksheet has five, its extensions a dozen.
 inline constexpr unsigned nesting = 64;
 
-/// One tag with its attributes, one comment or one piece of text as the parser sees it. An unfinished one is
-/// scanned again with each piece of input.
-inline constexpr std::size_t tokenSize = mebibyte;
+/// One tag with its attributes, one comment or one piece of text as the parser sees it: four attributes as
+/// long as the text of a cell may be. An unfinished one is scanned again with each piece of input.
+inline constexpr std::size_t tokenSize = mebibyte / 4;
 
 /// What the XML parser itself may allocate; it needs a fraction of one MiB for the longest honest token.
 inline constexpr std::size_t parserMemory = 16 * mebibyte;
@@ -54,13 +54,6 @@ inline constexpr std::size_t sharedStrings = 4 * rows;
 
 /// Bytes of all different texts: what a million rows of 128 bytes take.
 inline constexpr std::size_t textSize = 128 * mebibyte;
-
-/// Items of a workbook: two full sheets.
-inline constexpr std::size_t items = 2 * rows;
-
-/// Bytes of all items' texts, a text counted as often as it is shown: a few bytes of a file can repeat a long
-/// shared string in every row, and the search spells each item out.
-inline constexpr std::size_t itemTextSize = 256 * mebibyte;
 
 /// Bytes of all header rows of a workbook, which go to the log: an empty name in each of Excel's columns of
 /// 80 sheets.

@@ -1,6 +1,7 @@
 #include "data/workbook/WorkbookReader.h"
 
 #include "data/DataErrors.h"
+#include "data/LoadLimits.h"
 #include "data/workbook/ExcelSharedStringsParser.h"
 #include "data/workbook/ExcelWorkbookParser.h"
 #include "data/workbook/ExcelWorksheetParser.h"
@@ -23,9 +24,15 @@ struct ParsedExcelSheet {
     bool isSupported = false;
 };
 
-Result<void> parsePart(ArchiveEntry part, XMLHandler& handler, const char* fallbackText) {
-    const auto readPiece = [&part](char* buffer, std::size_t capacity) {
-        return part.read(buffer, capacity);
+Result<void> parsePart(ArchiveEntry part, WorkbookContent& content, XMLHandler& handler,
+                       const char* fallbackText) {
+    const auto readPiece = [&](char* buffer, std::size_t capacity) -> Result<std::size_t> {
+        auto count = part.read(buffer, capacity);
+        if (count)
+            content.xmlCost += xmlCost({buffer, *count});
+        if (content.xmlCost > loadLimits::xmlCost(content.fileSize))
+            return std::unexpected(Error{"too much XML for the size of the file"});
+        return count;
     };
     auto parsed = parseXML(readPiece, handler, fallbackText);
     if (!parsed)
@@ -46,13 +53,15 @@ struct WorksheetPath {
     std::string entryName;
 };
 
-Result<std::vector<WorksheetPath>> worksheetPaths(ArchiveEntry workbookPart, ArchiveEntry relationshipsPart) {
+Result<std::vector<WorksheetPath>> worksheetPaths(ArchiveEntry workbookPart, ArchiveEntry relationshipsPart,
+                                                  WorkbookContent& content) {
     ExcelWorkbookParser workbook;
-    if (auto parsed = parsePart(std::move(workbookPart), workbook, "Failed to parse workbook.xml"); !parsed)
+    if (auto parsed = parsePart(std::move(workbookPart), content, workbook, "Failed to parse workbook.xml");
+        !parsed)
         return std::unexpected(parsed.error());
     ExcelWorkbookRelationshipsParser relationships;
-    if (auto parsed =
-            parsePart(std::move(relationshipsPart), relationships, "Failed to parse workbook relationships");
+    if (auto parsed = parsePart(std::move(relationshipsPart), content, relationships,
+                                "Failed to parse workbook relationships");
         !parsed)
         return std::unexpected(parsed.error());
     std::vector<WorksheetPath> paths;
@@ -78,12 +87,12 @@ Result<std::vector<ParsedExcelSheet>> readWorkbookSheets(WorkbookArchive& archiv
 
     if (sharedStringsPart->has_value()) {
         ExcelSharedStringsParser sharedStrings(content);
-        if (auto parsed =
-                parsePart(std::move(**sharedStringsPart), sharedStrings, "Failed to parse shared strings");
+        if (auto parsed = parsePart(std::move(**sharedStringsPart), content, sharedStrings,
+                                    "Failed to parse shared strings");
             !parsed)
             return std::unexpected(parsed.error());
     }
-    const auto paths = worksheetPaths(std::move(*workbookPart), std::move(*relationshipsPart));
+    const auto paths = worksheetPaths(std::move(*workbookPart), std::move(*relationshipsPart), content);
     if (!paths)
         return std::unexpected(paths.error());
 
@@ -94,7 +103,8 @@ Result<std::vector<ParsedExcelSheet>> readWorkbookSheets(WorkbookArchive& archiv
             return std::unexpected(part.error());
         ExcelSheetTable table(content);
         ExcelWorksheetParser worksheet(content, table);
-        if (auto parsed = parsePart(std::move(*part), worksheet, "Failed to parse worksheet"); !parsed)
+        if (auto parsed = parsePart(std::move(*part), content, worksheet, "Failed to parse worksheet");
+            !parsed)
             return std::unexpected(parsed.error());
         sheets.push_back(
             {.name = path.sheetName, .headerLine = table.headerLine(), .isSupported = table.isSupported()});
@@ -118,6 +128,7 @@ Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view 
     if (!archive)
         return invalid(fileName, archive.error());
     WorkbookContent content;
+    content.fileSize = archive->fileSize();
     // More than the text needs, as markup does not count: what is not used costs no memory.
     content.text.reserve(std::min(archive->inflatedSize(), workbookLimits::textSize));
     const auto sheets = readWorkbookSheets(*archive, content);
@@ -128,8 +139,11 @@ Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view 
     if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported))
         return LaunchError::missingSupportedWorksheet(fileName);
     content.text.shrinkToFit();
-    return ItemBlock{
-        .text = std::move(content.text), .rows = std::move(content.items), .source = std::move(sourceName)};
+    return ItemBlock{.text = std::move(content.text),
+                     .rows = std::move(content.items),
+                     .source = std::move(sourceName),
+                     .fileSize = content.fileSize,
+                     .xmlCost = content.xmlCost};
 }
 
 } // namespace

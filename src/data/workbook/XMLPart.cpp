@@ -4,7 +4,10 @@
 
 #include <expat.h>
 
+#include <array>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -15,8 +18,10 @@ namespace {
 
 constexpr int pieceSize = 64 * 1024;
 
-/// What the parser of this thread holds. The functions that a parser allocates with are told nothing else.
+/// What the parser of this thread holds, and whether the system had no more for it. The functions that a
+/// parser allocates with are told nothing else.
 thread_local std::size_t parserMemoryInUse = 0;
+thread_local bool systemMemoryRanOut = false;
 
 /// The size of a block stands in front of it, in what alignment leaves free anyway.
 constexpr std::size_t blockHeader = alignof(std::max_align_t);
@@ -27,8 +32,10 @@ void* reallocateBlock(void* block, std::size_t size) {
     if (size > workbookLimits::parserMemory - (parserMemoryInUse - oldSize))
         return nullptr;
     auto* const start = static_cast<char*>(std::realloc(oldStart, size + blockHeader));
-    if (!start)
+    if (!start) {
+        systemMemoryRanOut = true;
         return nullptr;
+    }
     *reinterpret_cast<std::size_t*>(start) = size;
     parserMemoryInUse += size - oldSize;
     return start + blockHeader;
@@ -66,6 +73,7 @@ struct Run {
         try {
             event();
         } catch (const std::bad_alloc&) {
+            systemMemoryRanOut = true;
             stop("out of memory");
             return;
         }
@@ -103,20 +111,49 @@ std::size_t unfinishedBytes(XML_Parser parser, std::size_t bytesRead) {
 }
 
 std::unexpected<Error> failure(const Run& run, const char* fallbackText) {
+    if (systemMemoryRanOut)
+        throw std::bad_alloc();
     if (run.problem)
         return std::unexpected(Error{run.problem});
     const char* words = XML_ErrorString(XML_GetErrorCode(run.parser));
     return std::unexpected(Error{words ? words : fallbackText});
 }
 
+constexpr std::uint8_t byteCost(char byte) {
+    const auto unit = static_cast<std::uint8_t>(byte);
+    return static_cast<std::uint8_t>((unit <= ' ') + (unit == '<') + 2 * (unit == '=') + 2 * (unit == '>') +
+                                     2 * (unit == '&'));
+}
+
 } // namespace
 
+std::size_t xmlCost(std::string_view piece) {
+    std::size_t cost = piece.size() / 8;
+    // In blocks of a fixed size, which the compiler turns into vector instructions.
+    constexpr std::size_t blockSize = 64;
+    std::array<char, blockSize> lastBlock{};
+    lastBlock.fill('x');
+    for (std::size_t begin = 0; begin < piece.size(); begin += blockSize) {
+        const char* block = piece.data() + begin;
+        if (piece.size() - begin < blockSize) {
+            std::memcpy(lastBlock.data(), block, piece.size() - begin);
+            block = lastBlock.data();
+        }
+        std::uint8_t blockCost = 0;
+        for (std::size_t index = 0; index < blockSize; ++index)
+            blockCost = static_cast<std::uint8_t>(blockCost + byteCost(block[index]));
+        cost += blockCost;
+    }
+    return cost;
+}
+
 Result<void> parseXML(const ReadPiece& readPiece, XMLHandler& handler, const char* fallbackText) {
+    systemMemoryRanOut = false;
     const XML_Memory_Handling_Suite memory{allocateBlock, reallocateBlock, freeBlock};
     const std::unique_ptr<std::remove_pointer_t<XML_Parser>, void (*)(XML_Parser)> parser(
         XML_ParserCreate_MM(nullptr, &memory, nullptr), XML_ParserFree);
     if (!parser)
-        return std::unexpected(Error{fallbackText});
+        throw std::bad_alloc();
     Run run{.parser = parser.get(), .handler = handler};
     XML_SetUserData(run.parser, &run);
     XML_SetElementHandler(run.parser, startElement, endElement);

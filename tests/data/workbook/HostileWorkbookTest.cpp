@@ -125,8 +125,12 @@ std::string overlapping() {
 }
 
 /// A workbook of one sheet with more entries.
-std::string withEntries(const std::vector<std::string>& names, const std::string& content) {
-    std::vector<ZipEntry> entries = zipEntries(workbookParts({sheetRows}));
+std::string withEntries(const std::vector<std::string>& names, const std::string& content,
+                        const std::string& sheetXML = "") {
+    WorkbookParts parts = workbookParts({sheetRows});
+    if (!sheetXML.empty())
+        parts[sheet] = sheetXML;
+    std::vector<ZipEntry> entries = zipEntries(parts);
     for (const std::string& name : names)
         entries.push_back({.name = name, .content = content, .isStored = true});
     return makeZip(entries);
@@ -281,7 +285,11 @@ TEST(HostileWorkbook, partsFail) {
          "a shared string is too long"},
         {"a long string in every row",
          withSheetRows(headerRow() + repeated("<row>" + sharedCell("A") + "</row>", 3000), longString), sheet,
-         "items with too much text"},
+         "too much text for the size of the file"},
+        {"text that the parser takes piece by piece",
+         withEntries({"xl/media/a.png"}, std::string(500'000, 'x'),
+                     "<worksheet>" + std::string(40 * mebibyte, '>') + "</worksheet>"),
+         sheet, "too much XML for the size of the file"},
         {"a long string in every column of the header", withSheetRows(wideHeader(), longString), sheet,
          "a header is too long"},
         {"too many relationships", withPart(relations, relationships + "</Relationships>"), relations,
