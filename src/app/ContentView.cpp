@@ -1,7 +1,6 @@
 #include "app/ContentView.h"
 
 #include "app/DataDirectory.h"
-#include "app/LoadTexts.h"
 #include "config/LogFile.h"
 #include "config/SettingsFile.h"
 
@@ -9,54 +8,64 @@
 
 namespace kavendra {
 
+namespace {
+
+std::string loadedMessage(std::size_t itemCount, const std::string& dataDirectory) {
+    if (itemCount == 0)
+        return "No launch items found in " + dataDirectory;
+    return "Loaded " + std::to_string(itemCount) + " items";
+}
+
+} // namespace
+
 ContentView::ContentView(Desktop& desktop, Processes& processes, std::string configurationDirectory,
                          std::string builtinFile)
-    : desktop(desktop), configurationDirectory(std::move(configurationDirectory)),
-      builtinFile(std::move(builtinFile)), launcher(desktop, processes, logLine()) {
-    current.appSettings = defaultSettings(this->configurationDirectory);
+    : m_desktop(desktop), m_configurationDirectory(std::move(configurationDirectory)),
+      m_builtinFile(std::move(builtinFile)), m_launcher(desktop, processes, logLine()) {
+    m_state.appSettings = defaultSettings(m_configurationDirectory);
     adopt({});
 }
 
 void ContentView::appear() {
     reloadData();
-    // A load that stopped early has not come to these.
+    // A load that failed may have skipped these two.
     applyAppearance();
     ensureSelection();
-    current.startupRegistrationStatus = desktop.launchAtLoginStatus();
+    m_state.startupRegistrationStatus = m_desktop.launchAtLoginStatus();
     stateChanged();
 }
 
 void ContentView::reloadData() {
     if (const auto loaded = load(); !loaded) {
         adopt({});
-        current.selectedItemID.reset();
+        m_state.selectedItemID.reset();
         reportFailure(loaded.error().description);
         return;
     }
-    setStatus(loadedMessage(current.items->list.size(), current.appSettings.dataDirectoryPath));
+    setStatus(loadedMessage(m_state.items->list.size(), m_state.appSettings.dataDirectoryPath));
 }
 
 Result<void> ContentView::load() {
-    if (auto prepared = prepareConfigurationFiles(configurationDirectory); !prepared)
+    if (auto prepared = prepareConfigurationFiles(m_configurationDirectory); !prepared)
         return prepared;
-    auto settings = loadSettings(configurationDirectory);
+    auto settings = loadSettings(m_configurationDirectory);
     if (!settings)
         return std::unexpected(settings.error());
-    current.appSettings = std::move(*settings);
-    auto state = loadState(configurationDirectory);
+    m_state.appSettings = std::move(*settings);
+    auto state = loadState(m_configurationDirectory);
     if (!state)
         return std::unexpected(state.error());
-    current.appState = std::move(*state);
+    m_state.appState = std::move(*state);
     applyAppearance();
-    if (!current.hasResetLogForCurrentLaunch) {
-        if (auto reset = resetLog(current.appSettings.logDirectoryPath); !reset)
+    if (!m_state.hasResetLogForCurrentLaunch) {
+        if (auto reset = resetLog(m_state.appSettings.logDirectoryPath); !reset)
             return reset;
-        current.hasResetLogForCurrentLaunch = true;
+        m_state.hasResetLogForCurrentLaunch = true;
     }
-    const std::string& directory = current.appSettings.dataDirectoryPath;
+    const std::string& directory = m_state.appSettings.dataDirectoryPath;
     if (auto ensured = ensureDataDirectory(directory); !ensured)
         return ensured;
-    auto items = loadAllItems(directory, current.appSettings.showBuiltinItems, builtinFile, logLine());
+    auto items = loadAllItems(directory, m_state.appSettings.showBuiltinItems, m_builtinFile, logLine());
     if (!items)
         return std::unexpected(items.error());
     auto index = makeSearchIndex(*items);
@@ -68,36 +77,46 @@ Result<void> ContentView::load() {
 }
 
 void ContentView::adopt(LoadedItems loaded) {
-    current.items = std::make_shared<const LoadedItems>(std::move(loaded));
+    m_state.items = std::make_shared<const LoadedItems>(std::move(loaded));
     filter();
 }
 
 void ContentView::filter() {
-    current.filteredRows =
-        std::make_shared<const std::vector<std::uint32_t>>(current.items->index.matches(current.searchText));
+    m_state.filteredRows =
+        std::make_shared<const std::vector<std::uint32_t>>(m_state.items->index.matches(m_state.searchText));
 }
 
 void ContentView::ensureSelection() {
-    current.selectedItemID = ensuredSelection(filteredItems(), current.selectedItemID);
+    m_state.selectedItemID = ensuredSelection(filteredItems(), m_state.selectedItemID);
 }
 
 void ContentView::setSearchText(std::string text) {
-    if (text == current.searchText)
+    if (text == m_state.searchText)
         return;
-    current.searchText = std::move(text);
+    m_state.searchText = std::move(text);
     filter();
     ensureSelection();
     stateChanged();
 }
 
 void ContentView::select(const std::optional<UUID>& id) {
-    current.selectedItemID = id;
+    m_state.selectedItemID = id;
     stateChanged();
 }
 
 std::optional<LaunchItem> ContentView::selectedItem() const {
-    const auto position = filteredItems().positionOf(current.selectedItemID);
+    const auto position = filteredItems().positionOf(m_state.selectedItemID);
     return position ? std::optional(filteredItems()[*position]) : std::nullopt;
+}
+
+std::string ContentView::debugSummary() const {
+    std::string columns;
+    for (const std::string_view column : requiredColumns)
+        columns.append(columns.empty() ? "" : ", ").append(column);
+    return "CSV columns: " + columns +
+           " | Source is added by app | Ignore prefix: " + std::string(ignorePrefix) +
+           " | Data dir: " + m_state.appSettings.dataDirectoryPath +
+           " | Log dir: " + m_state.appSettings.logDirectoryPath;
 }
 
 void ContentView::launchSelected() {
@@ -108,68 +127,61 @@ void ContentView::launchSelected() {
 }
 
 void ContentView::launch(const LaunchItem& item) {
-    const auto kind = launcher.launch(item);
-    if (kind)
-        setStatus("Launched (" + std::string(*kind) + "): " + item.title);
-    else
-        reportFailure(kind.error().description);
+    report(m_launcher.launch(item));
 }
 
 void ContentView::updateColumnWidth(const std::string& columnIdentifier, double width) {
-    auto widths = widthsAfterResize(current.appState.columnWidths, columnIdentifier, width);
+    auto widths = widthsAfterResize(m_state.appState.columnWidths, columnIdentifier, width);
     if (!widths)
         return;
     LaunchState changed{std::move(*widths)};
-    if (const auto written = writeState(configurationDirectory, changed); !written)
+    if (const auto written = writeState(m_configurationDirectory, changed); !written)
         return reportFailure(written.error().description);
-    current.appState = std::move(changed);
+    m_state.appState = std::move(changed);
     stateChanged();
 }
 
 bool ContentView::saveSettings(const LaunchSettings& settings) {
-    if (const auto written = writeSettings(configurationDirectory, settings); !written) {
+    if (const auto written = writeSettings(m_configurationDirectory, settings); !written) {
         reportFailure(written.error().description);
         return false;
     }
-    current.appSettings = settings;
+    m_state.appSettings = settings;
     stateChanged();
     return true;
 }
 
 void ContentView::applyAppearance() {
-    desktop.setAppearance(appearance(current.appSettings.appearanceMode));
+    m_desktop.setAppearance(appearance(m_state.appSettings.appearanceMode));
 }
 
 void ContentView::requestStartupChange() {
-    current.pendingStartupRegistrationAction = requestedStartupAction(current.startupRegistrationStatus);
+    m_state.pendingStartupRegistrationAction = requestedStartupAction(m_state.startupRegistrationStatus);
     stateChanged();
 }
 
 void ContentView::confirmStartupChange() {
-    const auto action = std::exchange(current.pendingStartupRegistrationAction, std::nullopt);
+    const auto action = std::exchange(m_state.pendingStartupRegistrationAction, std::nullopt);
     if (!action)
         return;
-    const StartupChange change = changeStartupRegistration(desktop, *action);
-    current.startupRegistrationStatus = change.status;
-    if (change.message)
-        setStatus(*change.message);
-    else
-        reportFailure(change.message.error().description);
+    const StartupChange change = changeStartupRegistration(m_desktop, *action);
+    m_state.startupRegistrationStatus = change.status;
+    report(change.message);
 }
 
 void ContentView::cancelStartupChange() {
-    current.pendingStartupRegistrationAction.reset();
+    m_state.pendingStartupRegistrationAction.reset();
     stateChanged();
 }
 
 void ContentView::setStatus(std::string message) {
-    current.lastActionMessage = std::move(message);
+    m_state.lastActionMessage = std::move(message);
     stateChanged();
 }
 
 void ContentView::reportFailure(const std::string& message) {
-    current.lastActionMessage = message;
-    current.errorDialogMessage = message;
+    m_state.lastActionMessage = message;
+    m_state.errorDialogMessage = message;
     appendLogLine(message);
     stateChanged();
 }
@@ -182,12 +194,12 @@ void ContentView::report(const ActionOutcome& outcome) {
 }
 
 void ContentView::dismissErrorDialog() {
-    current.errorDialogMessage.reset();
+    m_state.errorDialogMessage.reset();
     stateChanged();
 }
 
 void ContentView::appendLogLine(std::string_view message) {
-    if (!appendToLog(current.appSettings.logDirectoryPath, message))
+    if (!appendToLog(m_state.appSettings.logDirectoryPath, message))
         setStatus(std::string(message) + " | Log write failed");
 }
 

@@ -4,7 +4,6 @@
 #include "config/LaunchSettings.h"
 #include "config/StateFile.h"
 #include "data/ItemList.h"
-#include "launch/ActionOutcome.h"
 #include "launch/Launcher.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
@@ -21,67 +20,71 @@
 
 namespace kavendra {
 
-/// Everything that one load brought: the items, and what the search is answered from.
+/// The result of a load: the items and their search index.
 struct LoadedItems {
     ItemList list;
     SearchIndex index;
 };
 
-/// The run-time state of the window. Whoever shows it keeps the two shared parts, which never change, for as
-/// long as it shows them; a change of the state puts new ones in their place.
+/// The run-time state of the window. The two shared parts are immutable and replaced when they change; a view
+/// keeps the ones that it shows.
 struct ContentViewState {
     std::string searchText;
     std::optional<UUID> selectedItemID;
     std::string lastActionMessage = "No item launched";
     std::shared_ptr<const LoadedItems> items;
-    std::optional<std::string> errorDialogMessage; ///< the error dialog is up exactly while this is set
+    std::optional<std::string> errorDialogMessage; ///< the error dialog is open exactly while this is set
     LaunchSettings appSettings;
     LaunchState appState;
     bool hasResetLogForCurrentLaunch = false;
     StartupRegistrationStatus startupRegistrationStatus = StartupRegistrationStatus::notRegistered;
-    /// The confirmation dialog is up exactly while this is set.
+    /// The confirmation dialog is open exactly while this is set.
     std::optional<StartupRegistrationAction> pendingStartupRegistrationAction;
 
-    /// The rows of `items` that `searchText` keeps.
+    /// Indexes of the `items` that match `searchText`.
     std::shared_ptr<const std::vector<std::uint32_t>> filteredRows;
 };
 
-/// The window's model: it owns the state, and the order in which things happen to it. What happens is in the
-/// folder of each subject; how it looks is up to whoever is told of the changes.
+/// The window's model: owns the state and decides the order of its changes. Rendering is the observer's job.
 class ContentView {
 public:
-    /// `configurationDirectory` holds the settings and the state; `builtinFile` is the built-in items' file.
+    /// `configurationDirectory` holds the settings and the state; `builtinFile` is the data file of the
+    /// built-in items. `desktop` and `processes` must outlive this.
     ContentView(Desktop& desktop, Processes& processes, std::string configurationDirectory,
                 std::string builtinFile);
 
-    const ContentViewState& state() const { return current; }
+    const ContentViewState& state() const { return m_state; }
 
     /// Called after every change of the state.
     std::function<void()> stateChanged = [] {};
 
-    /// Runs the start-up sequence; called once, when the window is first shown.
+    /// Loads everything at the start; to be called once, when the window is first shown.
     void appear();
-    /// Reads settings, state and all data files again. A failure is reported and leaves no items.
+    /// Reads settings, state and all data files again. After a failure, which is reported, there are no
+    /// items.
     void reloadData();
 
     void setSearchText(std::string text);
-    /// Reported as a change even if the selection stays the same, so that its row is scrolled into view.
+    /// Calls stateChanged even if the selection stays the same, so that the item is scrolled into view.
     void select(const std::optional<UUID>& id);
 
-    FilteredItems filteredItems() const { return {current.items->list, *current.filteredRows}; }
+    FilteredItems filteredItems() const { return {m_state.items->list, *m_state.filteredRows}; }
     std::optional<LaunchItem> selectedItem() const;
+
+    /// The line below the table with the rules for data files and the two directories.
+    std::string debugSummary() const;
 
     void launchSelected();
     void launch(const LaunchItem& item);
 
-    /// Stores the width in points that a person gave a column.
+    /// Stores the width, in points, that the person gave to a column.
     void updateColumnWidth(const std::string& columnIdentifier, double width);
-    /// Writes the settings and then adopts them. Returns false, with the failure reported and the old
-    /// settings in force, when they cannot be written.
+    /// Writes the settings and then adopts them. When they cannot be written, the failure is reported, the
+    /// old settings stay, and false is returned.
     bool saveSettings(const LaunchSettings& settings);
     void applyAppearance();
 
-    /// Asks the person to confirm that launch at login is to be switched on, or off when it is enabled.
+    /// Asks the person to confirm that launch at login is disabled if it is enabled, else enabled.
     void requestStartupChange();
     void confirmStartupChange();
     void cancelStartupChange();
@@ -89,10 +92,10 @@ public:
     void setStatus(std::string message);
     /// Shows a failure in the status line and in the error dialog, and writes it to the log.
     void reportFailure(const std::string& message);
-    /// Shows how an action ended: a message in the status line, or a failure as reportFailure does.
+    /// Shows the message in the status line, or reports the failure.
     void report(const ActionOutcome& outcome);
     void dismissErrorDialog();
-    /// Writes one line to the log; when that fails only the status line says so.
+    /// Writes one line to the log. A failure appears only in the status message.
     void appendLogLine(std::string_view message);
 
 private:
@@ -102,11 +105,11 @@ private:
     void ensureSelection();
     LogLine logLine();
 
-    Desktop& desktop;
-    std::string configurationDirectory;
-    std::string builtinFile;
-    Launcher launcher;
-    ContentViewState current;
+    Desktop& m_desktop;
+    std::string m_configurationDirectory;
+    std::string m_builtinFile;
+    Launcher m_launcher;
+    ContentViewState m_state;
 };
 
 } // namespace kavendra

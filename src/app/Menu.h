@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/TranslatableText.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -7,16 +9,14 @@
 
 namespace kavendra {
 
-/// One line of a menu. A menu is a list of these, made afresh each time it is opened; who shows it only draws
-/// what the entries say.
+/// An entry of a menu: an action, a submenu or a separator.
 struct MenuEntry {
-    std::string title; ///< English, to be translated; empty for a line between groups of entries
-    /// Stands in the place of "%1" in the title and is not translated: a name, say.
-    std::string titleArgument = {};
+    std::string title;              ///< English, to be translated; empty for a separator
+    std::string titleArgument = {}; ///< replaces "%1" in the title; not translated
     bool isEnabled = true;
-    std::optional<bool> isChecked = {}; ///< whether the check mark is set, for an entry that can have one
+    std::optional<bool> isChecked = {}; ///< state of the check mark; none for an entry without one
     std::vector<MenuEntry> submenu = {};
-    std::function<void()> action = {}; ///< none for a submenu and for a line between groups
+    std::function<void()> action = {}; ///< none for a submenu and a separator
 
     bool isSeparator() const { return title.empty(); }
 };

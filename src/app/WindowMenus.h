@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/ContentView.h"
-#include "app/ItemMenu.h"
-#include "app/SettingsMenu.h"
-#include "app/TypedPathMenu.h"
+#include "app/Menu.h"
 #include "launch/ExcelIntegration.h"
+#include "launch/ItemActions.h"
+#include "launch/TypedPath.h"
 
 #include <functional>
 #include <optional>
@@ -12,40 +12,47 @@
 
 namespace kavendra {
 
-/// The menus of the window, each made for the moment at which it is opened. What is chosen from them acts,
-/// and reports to the content view.
+/// All menus of the window. A menu is made each time it is opened: the enabled states are those of that
+/// moment. An action looks up its target again when it is chosen, and reports to the content view.
 class WindowMenus {
 public:
-    /// All three must outlive this, and this every menu.
-    WindowMenus(ContentView& contentView, Desktop& desktop, Processes& processes);
+    /// `content`, `desktop` and `processes` must outlive this, and this must outlive every menu.
+    WindowMenus(ContentView& content, Desktop& desktop, Processes& processes,
+                std::string excelApplicationPath = ExcelIntegration::defaultApplicationPath);
 
-    /// Whether the text of the search field names something that exists, so that there is a menu about it.
+    /// Whether there is a typed path, so that its menu is offered.
     bool hasTypedPath() const;
     Menu typedPathMenu();
 
-    /// `clickedColumn` is none when the menu is opened in no column.
+    /// The menu of an item. `clickedColumn` is none when the menu is opened outside the columns.
     Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
-    /// For where the table has no row.
+    /// The menu of the table where it has no item.
     Menu generalMenu();
-    /// `chooseDataDirectory` is to let the person choose one, and to call changeDataDirectory with it.
+    /// The menu of the settings button. `chooseDataDirectory` asks the person for a directory and passes it
+    /// to changeDataDirectory.
     Menu settingsMenu(std::function<void()> chooseDataDirectory);
 
-    /// Makes another directory the data directory, creating it when it is missing, and loads from it.
-    /// Failures are reported; the directory that is in use already changes nothing.
+    /// Creates the directory when it does not exist, makes it the data directory and reloads. Failures are
+    /// reported. No-op if the directory is unchanged.
     void changeDataDirectory(const std::string& path);
 
 private:
-    ItemMenuSource itemMenuSource();
-    ReportOutcome report();
-    bool changeSettings(const SettingsEdit& edit);
-    void openDirectory(const std::string& path, std::string message);
-    void openDataDirectory();
+    const LaunchSettings& settings() const { return m_content.state().appSettings; }
+    MenuEntry entry(const char* title, bool isEnabled, std::function<ActionOutcome()> action);
+    Menu copyMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
+    Menu excelMenu(bool isEnabled, const std::function<ActionOutcome(ExcelOpenMode)>& open);
+    void addConfiguredActions(Menu& menu, SearchPathActionTargetType type, const char* title, bool hasTarget);
+    MenuEntry toggle(const Setting& setting);
+    Menu appearanceMenu();
+    MenuEntry dataDirectoryEntry();
+    template <typename Value>
+    bool change(Value LaunchSettings::* member, Value value);
 
-    ContentView& content;
-    Launcher launcher;
-    ExcelIntegration excel;
-    ItemActions itemActions;
-    TypedPathActions searchPathActions;
+    ContentView& m_content;
+    Launcher m_launcher;
+    ExcelIntegration m_excel;
+    ItemActions m_itemActions;
+    TypedPathActions m_typedPathActions;
 };
 
 } // namespace kavendra

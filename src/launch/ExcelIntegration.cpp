@@ -1,5 +1,6 @@
 #include "launch/ExcelIntegration.h"
 
+#include "base/TranslatableText.h"
 #include "base/UUID.h"
 #include "launch/TypedPath.h"
 #include "platform/Files.h"
@@ -14,11 +15,7 @@ namespace {
 constexpr std::array<std::string_view, 7> workbookExtensions{"xls", "xlsx", "xlsm", "xlsb",
                                                              "xla", "xlam", "xlsa"};
 
-bool isReadOnly(ExcelOpenMode mode) {
-    return mode != ExcelOpenMode::newSession;
-}
-
-/// Returns the path when its extension is one of a workbook.
+/// Returns the path if it has the extension of a workbook.
 std::optional<std::string> workbook(std::optional<std::string> path) {
     if (!path ||
         std::ranges::find(workbookExtensions, lowercasedExtension(*path)) == workbookExtensions.end())
@@ -26,7 +23,7 @@ std::optional<std::string> workbook(std::optional<std::string> path) {
     return path;
 }
 
-/// Returns `text` as it stands between the quotes of an AppleScript string.
+/// Returns `text` escaped for an AppleScript string.
 std::string escaped(std::string_view text) {
     std::string result;
     for (const char character : text) {
@@ -37,37 +34,12 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-/// Returns the words in which the status line tells the mode.
-std::string_view statusWords(ExcelOpenMode mode) {
-    switch (mode) {
-    case ExcelOpenMode::readOnly:
-        return "(read-only)";
-    case ExcelOpenMode::newSession:
-        return "(new session)";
-    case ExcelOpenMode::newSessionReadOnly:
-        break;
-    }
-    return "(new session, read-only)";
-}
-
-std::string openedMessage(std::string_view what, ExcelOpenMode mode) {
-    return "Opened " + std::string(what) + " in Excel " + std::string(statusWords(mode));
-}
-
-constexpr const char* excelNotFound = "Microsoft Excel not found";
-
 } // namespace
 
-std::string_view menuTitle(ExcelOpenMode mode) {
-    switch (mode) {
-    case ExcelOpenMode::readOnly:
-        return "Read-Only";
-    case ExcelOpenMode::newSession:
-        return "New Session";
-    case ExcelOpenMode::newSessionReadOnly:
-        break;
-    }
-    return "New Session + Read-Only";
+const char* menuTitle(ExcelOpenMode mode) {
+    constexpr std::array titles{KAVENDRA_TEXT("Read-Only"), KAVENDRA_TEXT("New Session"),
+                                KAVENDRA_TEXT("New Session + Read-Only")};
+    return titles[static_cast<std::size_t>(mode)];
 }
 
 std::optional<std::string> excelWorkbookOf(std::string_view searchText) {
@@ -78,11 +50,11 @@ std::optional<std::string> excelWorkbookOf(const LaunchItem& item) {
     return workbook(existingPathOf(item.command));
 }
 
-std::string excelScript(std::string_view path, bool readOnly) {
+std::string excelScript(std::string_view path) {
     return "tell application \"Microsoft Excel\"\n"
            "    activate\n"
            "    open workbook workbook file name \"" +
-           escaped(path) + "\" read only " + (readOnly ? "true" : "false") + "\nend tell";
+           escaped(path) + "\" read only true\nend tell";
 }
 
 Result<std::string> makeReadOnlyCopy(const std::string& source) {
@@ -106,11 +78,8 @@ Result<std::string> makeReadOnlyCopy(const std::string& source) {
     return copy;
 }
 
-ExcelIntegration::ExcelIntegration(Launcher& itemLauncher, std::string excelPath)
-    : launcher(itemLauncher), applicationPath(std::move(excelPath)) {}
-
 bool ExcelIntegration::isInstalled() const {
-    return exists(applicationPath);
+    return exists(m_applicationPath);
 }
 
 bool ExcelIntegration::canOpenTypedPath(std::string_view searchText) const {
@@ -123,29 +92,30 @@ bool ExcelIntegration::canOpenItem(const LaunchItem& item) const {
 
 ActionOutcome ExcelIntegration::openTypedPath(std::string_view searchText, ExcelOpenMode mode) {
     const auto workbook = excelWorkbookOf(searchText);
-    if (!workbook)
-        return "No Excel file to open";
-    if (!isInstalled())
-        return excelNotFound;
-    return outcomeOf(open(*workbook, mode), openedMessage("search path", mode));
+    return workbook ? open(*workbook, mode, "search path") : "No Excel file to open";
 }
 
 ActionOutcome ExcelIntegration::openItem(const LaunchItem& item, ExcelOpenMode mode) {
     const auto workbook = excelWorkbookOf(item);
-    if (!workbook)
-        return "No Excel file available in Command";
-    if (!isInstalled())
-        return excelNotFound;
-    return outcomeOf(open(*workbook, mode), openedMessage("Command file", mode));
+    return workbook ? open(*workbook, mode, "Command file") : "No Excel file available in Command";
 }
 
-Result<void> ExcelIntegration::open(const std::string& workbook, ExcelOpenMode mode) {
-    const Result<std::string> file = isReadOnly(mode) ? makeReadOnlyCopy(workbook) : workbook;
+/// `description` is the workbook's name in the status message.
+ActionOutcome ExcelIntegration::open(const std::string& workbook, ExcelOpenMode mode,
+                                     const std::string& description) {
+    if (!isInstalled())
+        return "Microsoft Excel not found";
+    const Result<std::string> file =
+        mode == ExcelOpenMode::newSession ? workbook : makeReadOnlyCopy(workbook);
     if (!file)
         return std::unexpected(file.error());
-    if (mode == ExcelOpenMode::readOnly)
-        return launcher.runProgramAndWait("/usr/bin/osascript", {"-e", excelScript(*file, true)});
-    return launcher.runProgramAndWait("/usr/bin/open", {"-n", "-a", applicationPath, *file});
+    const Result<void> opened =
+        mode == ExcelOpenMode::readOnly
+            ? m_launcher.runProgramAndWait("/usr/bin/osascript", {"-e", excelScript(*file)})
+            : m_launcher.runProgramAndWait("/usr/bin/open", {"-n", "-a", m_applicationPath, *file});
+    constexpr std::array modes{"read-only", "new session", "new session, read-only"};
+    return outcomeOf(opened,
+                     "Opened " + description + " in Excel (" + modes[static_cast<std::size_t>(mode)] + ")");
 }
 
 } // namespace kavendra

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "data/LaunchItem.h"
-#include "launch/ActionOutcome.h"
 #include "launch/Launcher.h"
 
 #include <array>
@@ -9,41 +8,42 @@
 #include <string>
 #include <string_view>
 
-/// Opening workbooks in Microsoft Excel, which is driven by the tools of macOS.
 namespace kavendra {
 
-/// How a workbook is opened, in the order in which the ways are offered.
+/// How Microsoft Excel opens a workbook, in menu order.
 enum class ExcelOpenMode {
-    readOnly,          ///< a write-protected copy, in the Excel that is running
+    readOnly,          ///< a write-protected copy, in the running Excel
     newSession,        ///< the workbook itself, in a new instance
     newSessionReadOnly ///< a write-protected copy, in a new instance
 };
 inline constexpr std::array allExcelOpenModes{ExcelOpenMode::readOnly, ExcelOpenMode::newSession,
                                               ExcelOpenMode::newSessionReadOnly};
 
-std::string_view menuTitle(ExcelOpenMode mode);
+const char* menuTitle(ExcelOpenMode mode);
 
-/// Returns the existing workbook, by its extension, that the text of the search field names.
+/// Returns the typed path if it is a file with the extension of a workbook.
 std::optional<std::string> excelWorkbookOf(std::string_view searchText);
 
-/// Returns the existing workbook, by its extension, that an item's command names.
+/// Returns the existing path in an item's command if it has the extension of a workbook.
 std::optional<std::string> excelWorkbookOf(const LaunchItem& item);
 
-/// Returns the AppleScript that opens a workbook in the Excel that is running (the dictionary of Microsoft
-/// Excel, "open workbook").
-std::string excelScript(std::string_view path, bool readOnly);
+/// Returns the AppleScript that opens a workbook read-only in the running Excel (scripting dictionary of
+/// Microsoft Excel, "open workbook").
+std::string excelScript(std::string_view path);
 
-/// Copies a file to a new directory of its own in the user's temporary directory, and takes the permission to
-/// write away from both. Only this user can reach it, whoever may read the file.
-/// Returns the path of the copy, which is never removed. Fails with the system's reason.
+/// Copies a file to a new directory in the user's temporary directory and removes the write permission from
+/// both. Other users cannot reach the copy, whoever may read the file. Returns the path of the copy, which is
+/// never removed. Fails with the system's reason.
 Result<std::string> makeReadOnlyCopy(const std::string& source);
 
+/// Opens workbooks in Microsoft Excel with the command line tools of macOS.
 class ExcelIntegration {
 public:
     static constexpr const char* defaultApplicationPath = "/Applications/Microsoft Excel.app";
 
-    /// `itemLauncher` must outlive this.
-    explicit ExcelIntegration(Launcher& itemLauncher, std::string excelPath = defaultApplicationPath);
+    /// `launcher` must outlive this.
+    explicit ExcelIntegration(Launcher& launcher, std::string applicationPath = defaultApplicationPath)
+        : m_launcher(launcher), m_applicationPath(std::move(applicationPath)) {}
 
     bool canOpenTypedPath(std::string_view searchText) const;
     bool canOpenItem(const LaunchItem& item) const;
@@ -53,10 +53,10 @@ public:
 
 private:
     bool isInstalled() const;
-    Result<void> open(const std::string& workbook, ExcelOpenMode mode);
+    ActionOutcome open(const std::string& workbook, ExcelOpenMode mode, const std::string& description);
 
-    Launcher& launcher;
-    std::string applicationPath;
+    Launcher& m_launcher;
+    std::string m_applicationPath;
 };
 
 } // namespace kavendra

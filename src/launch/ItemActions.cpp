@@ -1,6 +1,7 @@
 #include "launch/ItemActions.h"
 
 #include "base/Text.h"
+#include "base/TranslatableText.h"
 #include "launch/TypedPath.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -29,37 +30,32 @@ std::string rowOf(const LaunchItem& item) {
 
 } // namespace
 
-std::string_view menuTitle(const LaunchItemCopyAction& action) {
-    switch (action.kind) {
-    case LaunchItemCopyAction::cellValue:
-        return "Copy Cell Value";
-    case LaunchItemCopyAction::commandToExecute:
-        return "Copy Command to Execute";
-    case LaunchItemCopyAction::row:
-        break;
-    }
-    return "Copy Row";
+const char* menuTitle(LaunchItemCopyAction action) {
+    constexpr std::array titles{KAVENDRA_TEXT("Copy Command to Execute"), KAVENDRA_TEXT("Copy Cell Value"),
+                                KAVENDRA_TEXT("Copy Row")};
+    return titles[static_cast<std::size_t>(action)];
 }
 
-std::string copyTextOf(const CopyActionPayload& payload) {
-    const auto& [item, action] = payload;
-    switch (action.kind) {
-    case LaunchItemCopyAction::cellValue:
-        return action.column ? std::string(columnValue(item, *action.column)) : std::string();
+std::string copyTextOf(const LaunchItem& item, std::optional<ItemColumn> clickedColumn,
+                       LaunchItemCopyAction action) {
+    switch (action) {
     case LaunchItemCopyAction::commandToExecute:
         return commandLineOf(item);
+    case LaunchItemCopyAction::cellValue:
+        return clickedColumn ? std::string(columnValue(item, *clickedColumn)) : std::string();
     case LaunchItemCopyAction::row:
         break;
     }
     return rowOf(item);
 }
 
-std::optional<std::string> parentDirectoryOf(const ParentDirectoryActionPayload& payload) {
+std::optional<std::string> parentDirectoryOf(const LaunchItem& item,
+                                             std::optional<ItemColumn> clickedColumn) {
     std::optional<std::string> path;
-    if (payload.clickedColumn == ItemColumn::params)
-        path = existingPathOf(payload.item.params);
+    if (clickedColumn == ItemColumn::params)
+        path = existingPathOf(item.params);
     if (!path)
-        path = existingPathOf(payload.item.command);
+        path = existingPathOf(item.command);
     if (!path)
         return std::nullopt;
     std::string directory(parentPath(*path));
@@ -73,31 +69,29 @@ std::optional<std::string> sourceFileOf(const LaunchItem& item, std::string_view
     return exists(path) ? std::optional(std::move(path)) : std::nullopt;
 }
 
-ActionOutcome ItemActions::copy(const CopyActionPayload& payload) {
-    const std::string text = copyTextOf(payload);
+ActionOutcome ItemActions::copy(const LaunchItem& item, std::optional<ItemColumn> clickedColumn,
+                                LaunchItemCopyAction action) {
+    const std::string text = copyTextOf(item, clickedColumn, action);
     if (text.empty())
         return "Nothing to copy";
-    desktop.copyText(text);
+    m_desktop.copyText(text);
     constexpr std::string_view verb = "Copy";
-    return "Copied" + std::string(menuTitle(payload.action).substr(verb.size()));
+    return "Copied" + std::string(menuTitle(action)).substr(verb.size());
 }
 
-ActionOutcome ItemActions::openParentDirectory(const ParentDirectoryActionPayload& payload) {
-    const auto directory = parentDirectoryOf(payload);
+ActionOutcome ItemActions::openParentDirectory(const LaunchItem& item,
+                                               std::optional<ItemColumn> clickedColumn) {
+    const auto directory = parentDirectoryOf(item, clickedColumn);
     if (!directory)
         return "No parent directory available";
-    return outcomeOf(launcher.showDirectoryInFinder(*directory), "Opened parent directory");
+    return outcomeOf(m_launcher.showDirectoryInFinder(*directory), "Opened parent directory");
 }
 
 ActionOutcome ItemActions::openSourceFile(const LaunchItem& item, std::string_view dataDirectory) {
     const auto file = sourceFileOf(item, dataDirectory);
     if (!file)
         return "No source file available";
-    return desktop.openFile(*file) ? "Opened source file" : "Failed to open source file";
-}
-
-ActionOutcome ItemActions::openInExcel(const ExcelActionPayload& payload) {
-    return excel.openItem(payload.item, payload.mode);
+    return m_desktop.openFile(*file) ? "Opened source file" : "Failed to open source file";
 }
 
 } // namespace kavendra

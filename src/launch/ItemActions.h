@@ -1,70 +1,51 @@
 #pragma once
 
 #include "data/LaunchItem.h"
-#include "launch/ActionOutcome.h"
-#include "launch/ExcelIntegration.h"
 #include "launch/Launcher.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
-/// What can be done with a row besides launching it.
 namespace kavendra {
 
-/// What a row puts on the clipboard.
-struct LaunchItemCopyAction {
-    enum Kind {
-        cellValue,        ///< one field as it stands
-        commandToExecute, ///< command and params as one would type them in a shell
-        row               ///< all fields with tabs between them
-    };
-    Kind kind;
-    std::optional<ItemColumn> column = {}; ///< of the cell; none copies nothing
+/// What of an item goes to the clipboard, in menu order.
+enum class LaunchItemCopyAction {
+    commandToExecute, ///< command and params as typed in a shell
+    cellValue,        ///< the text of the clicked cell
+    row               ///< all fields, separated by tabs
 };
+inline constexpr std::array allCopyActions{LaunchItemCopyAction::commandToExecute,
+                                           LaunchItemCopyAction::cellValue, LaunchItemCopyAction::row};
 
-std::string_view menuTitle(const LaunchItemCopyAction& action);
+const char* menuTitle(LaunchItemCopyAction action);
 
-// What an entry of the row's menu acts on.
-struct CopyActionPayload {
-    LaunchItem item;
-    LaunchItemCopyAction action;
-};
-struct ParentDirectoryActionPayload {
-    LaunchItem item;
-    std::optional<ItemColumn> clickedColumn;
-};
-struct ExcelActionPayload {
-    LaunchItem item;
-    ExcelOpenMode mode;
-};
+/// Returns the text for the clipboard, empty when there is nothing to copy.
+std::string copyTextOf(const LaunchItem& item, std::optional<ItemColumn> clickedColumn,
+                       LaunchItemCopyAction action);
 
-/// Returns the text that a copy puts on the clipboard, empty when there is nothing to copy.
-std::string copyTextOf(const CopyActionPayload& payload);
+/// Returns the directory that contains the path in the params, if their column was clicked and the path
+/// exists, else the directory that contains the path in the command; nothing when that does not exist.
+std::optional<std::string> parentDirectoryOf(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
 
-/// Returns the directory that holds what the command names, or what the params name when their column was
-/// clicked and they name something; nothing when there is none.
-std::optional<std::string> parentDirectoryOf(const ParentDirectoryActionPayload& payload);
-
-/// Returns the path of the data file that the item came from, nothing when it is not there.
+/// Returns the path of the data file that the item comes from, nothing when it does not exist.
 std::optional<std::string> sourceFileOf(const LaunchItem& item, std::string_view dataDirectory);
 
+/// The actions of an item's menu. Each reports a status message when there is nothing to act on.
 class ItemActions {
 public:
-    /// All three must outlive this.
-    ItemActions(Desktop& systemDesktop, Launcher& itemLauncher, ExcelIntegration& excelIntegration)
-        : desktop(systemDesktop), launcher(itemLauncher), excel(excelIntegration) {}
+    /// Both must outlive this.
+    ItemActions(Desktop& desktop, Launcher& launcher) : m_desktop(desktop), m_launcher(launcher) {}
 
-    ActionOutcome copy(const CopyActionPayload& payload);
-    ActionOutcome openParentDirectory(const ParentDirectoryActionPayload& payload);
+    ActionOutcome copy(const LaunchItem& item, std::optional<ItemColumn> clickedColumn,
+                       LaunchItemCopyAction action);
+    ActionOutcome openParentDirectory(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
     ActionOutcome openSourceFile(const LaunchItem& item, std::string_view dataDirectory);
-    bool canOpenInExcel(const LaunchItem& item) const { return excel.canOpenItem(item); }
-    ActionOutcome openInExcel(const ExcelActionPayload& payload);
 
 private:
-    Desktop& desktop;
-    Launcher& launcher;
-    ExcelIntegration& excel;
+    Desktop& m_desktop;
+    Launcher& m_launcher;
 };
 
 } // namespace kavendra

@@ -15,76 +15,75 @@ namespace kavendra {
 
 namespace {
 
-/// Returns the kind when the launch went well.
-Result<std::string_view> outcome(std::string_view kind, const Result<void>& launched) {
-    if (!launched)
-        return std::unexpected(launched.error());
-    return kind;
-}
-
-/// Fails with the words of a program that did not succeed, with `name` when they cannot be read.
-Result<void> success(const ProgramOutcome& end, const std::string& name) {
-    if (end.succeeded)
+/// Fails with the standard error of a program that did not succeed, with `name` when that is not UTF-8.
+Result<void> successOf(const Result<ProgramOutcome>& outcome, const std::string& name) {
+    if (!outcome)
+        return std::unexpected(outcome.error());
+    if (outcome->succeeded)
         return {};
-    const std::string& words = end.standardError;
-    return LaunchError::scriptExecutionFailed(isValidUTF8(words) ? trimmed(words) : std::string_view(name));
+    const std::string& text = outcome->standardError;
+    return LaunchError::scriptExecutionFailed(isValidUTF8(text) ? trimmed(text) : std::string_view(name));
 }
 
 } // namespace
 
-Launcher::Launcher(Desktop& systemDesktop, Processes& starter, LogLine logLine)
-    : desktop(systemDesktop), processes(starter), appendLogLine(std::move(logLine)) {}
-
-Result<std::string_view> Launcher::launch(const LaunchItem& item) {
-    const std::string_view command = trimmed(item.command);
-    const std::string_view params = trimmed(item.params);
-    const std::string commandPath = expandedPath(command);
-
-    if (const auto url = webAddressOf(params); url && isApplicationBundle(commandPath))
-        return outcome(launchKind::specificBrowser, openWebAddressWithApplication(*url, commandPath));
-    if (const auto url = webAddressOf(command))
-        return outcome(launchKind::url, openWebAddress(*url, command));
-    if (params.empty() && isDirectory(commandPath))
-        return outcome(launchKind::finder, showDirectoryInFinder(commandPath));
-    if (params.empty() && exists(commandPath))
-        return outcome(launchKind::defaultApp, openExistingFile(commandPath));
-    return outcome(params.empty() ? launchKind::command : launchKind::commandWithParams,
-                   runCommand(commandPath, params));
+ActionOutcome outcomeOf(const Result<void>& done, std::string message) {
+    if (!done)
+        return std::unexpected(done.error());
+    return message;
 }
 
-bool Launcher::isApplicationBundle(const std::string& path) {
-    return desktop.isApplication(path);
+Launcher::Launcher(Desktop& desktop, Processes& processes, LogLine appendLogLine)
+    : m_desktop(desktop), m_processes(processes), m_appendLogLine(std::move(appendLogLine)) {}
+
+ActionOutcome Launcher::launch(const LaunchItem& item) {
+    const std::string_view command = trimmed(item.command);
+    const std::string_view params = trimmed(item.params);
+    const std::string path = expandedPath(command);
+    const auto launched = [&item](const Result<void>& done, const std::string& kind) {
+        return outcomeOf(done, "Launched (" + kind + "): " + item.title);
+    };
+
+    if (const auto url = webAddressOf(params); url && m_desktop.isApplication(path))
+        return launched(openWebAddressWithApplication(*url, path), "specific browser");
+    if (const auto url = webAddressOf(command))
+        return launched(openWebAddress(*url, command), "url");
+    if (params.empty() && isDirectory(path))
+        return launched(showDirectoryInFinder(path), "finder");
+    if (params.empty() && exists(path))
+        return launched(openExistingFile(path), "default app");
+    return launched(startProgram(path, params), params.empty() ? "command" : "command + params");
 }
 
 Result<void> Launcher::openWebAddressWithApplication(const std::string& url,
                                                      const std::string& applicationPath) {
-    if (!exists(applicationPath) && !isApplicationBundle(applicationPath))
+    if (!exists(applicationPath) && !m_desktop.isApplication(applicationPath))
         return LaunchError::applicationNotFound(applicationPath);
-    if (!desktop.openURLWithApplication(url, applicationPath))
-        appendLogLine("Failed to open URL with application: " + applicationPath);
+    if (!m_desktop.openURLWithApplication(url, applicationPath))
+        m_appendLogLine("Failed to open URL with application: " + applicationPath);
     return {};
 }
 
 Result<void> Launcher::openWebAddress(const std::string& url, std::string_view asTyped) {
-    if (!desktop.openURL(url))
+    if (!m_desktop.openURL(url))
         return LaunchError::invalidURL(asTyped);
     return {};
 }
 
 Result<void> Launcher::openExistingFile(const std::string& path) {
-    if (!desktop.openFile(path))
+    if (!m_desktop.openFile(path))
         return LaunchError::commandNotFound(path);
     return {};
 }
 
 Result<void> Launcher::showDirectoryInFinder(const std::string& path) {
-    if (!desktop.showDirectory(path))
+    if (!m_desktop.showDirectory(path))
         return LaunchError::failedToOpenInFinder(path);
     return {};
 }
 
-Result<void> Launcher::runCommand(const std::string& command, std::string_view params) {
-    const auto executable = resolveExecutable(command, processes.variable("PATH"));
+Result<void> Launcher::startProgram(const std::string& command, std::string_view params) {
+    const auto executable = resolveExecutable(command, m_processes.variable("PATH"));
     if (!executable)
         return LaunchError::commandNotFound(command);
     auto arguments = splitParams(params);
@@ -92,22 +91,16 @@ Result<void> Launcher::runCommand(const std::string& command, std::string_view p
         return std::unexpected(std::move(arguments.error()));
     for (std::string& argument : *arguments)
         argument = expandedPath(argument);
-    return processes.start(*executable, *arguments);
+    return m_processes.start(*executable, *arguments);
 }
 
 Result<void> Launcher::runProgramAndWait(const std::string& executable,
                                          const std::vector<std::string>& arguments) {
-    const Result<ProgramOutcome> end = processes.runAndWait(executable, arguments);
-    if (!end)
-        return std::unexpected(end.error());
-    return success(*end, executable);
+    return successOf(m_processes.runAndWait(executable, arguments), executable);
 }
 
 Result<void> Launcher::openTerminal(const std::string& directory) {
-    const Result<ProgramOutcome> end = desktop.openTerminal(directory);
-    if (!end)
-        return std::unexpected(end.error());
-    return success(*end, directory);
+    return successOf(m_desktop.openTerminal(directory), directory);
 }
 
 } // namespace kavendra

@@ -15,20 +15,17 @@ Result<std::vector<std::string>> splitParams(std::string_view params) {
             tokens.push_back(std::exchange(token, {}));
     };
 
-    char openQuote = 0;
+    char openQuote = 0; // 0 outside quotes
     while (!params.empty()) {
-        const char next = params.front();
-        const std::size_t space = openQuote ? 0 : whiteSpacePrefix(params);
-        if (space > 0) {
+        if (const std::size_t space = openQuote ? 0 : whiteSpacePrefix(params)) {
             endToken();
             params.remove_prefix(space);
             continue;
         }
+        const char next = params.front();
         params.remove_prefix(1);
-        if (openQuote == next && openQuote)
-            openQuote = 0;
-        else if (!openQuote && (next == '"' || next == '\''))
-            openQuote = next;
+        if (openQuote ? next == openQuote : next == '"' || next == '\'')
+            openQuote = openQuote ? 0 : next;
         else
             token += next;
     }

@@ -1,6 +1,7 @@
 #include "launch/TypedPath.h"
 
 #include "base/Text.h"
+#include "platform/ExecutableSearch.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 
@@ -38,6 +39,61 @@ std::optional<std::string> typedPathDirectoryOf(std::string_view searchText) {
     if (!path || isDirectory(*path))
         return path;
     return std::string(parentPath(*path));
+}
+
+ActionOutcome TypedPathActions::openWithAssociatedApplication(std::string_view searchText) {
+    const auto path = typedPathOf(searchText);
+    if (!path)
+        return "No path to open";
+    return m_desktop.openFile(*path) ? "Opened path" : "Failed to open path";
+}
+
+ActionOutcome TypedPathActions::openDirectoryInFinder(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to open";
+    return outcomeOf(m_launcher.showDirectoryInFinder(*directory), "Opened directory in Finder");
+}
+
+ActionOutcome TypedPathActions::openDirectoryInTerminal(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to open";
+    return outcomeOf(m_launcher.openTerminal(*directory), "Opened directory in Terminal");
+}
+
+ActionOutcome TypedPathActions::copyDirectory(std::string_view searchText) {
+    const auto directory = typedPathDirectoryOf(searchText);
+    if (!directory)
+        return "No directory to copy";
+    m_desktop.copyText(*directory);
+    return "Copied directory";
+}
+
+ActionOutcome TypedPathActions::copyFileName(std::string_view searchText) {
+    const auto path = typedPathOf(searchText);
+    if (!path)
+        return "No filename to copy";
+    m_desktop.copyText(std::string(lastPathComponent(*path)));
+    return "Copied filename";
+}
+
+bool TypedPathActions::canRun(const SearchPathAction& action) const {
+    return resolveExecutable(action.binaryPath, m_processes.variable("PATH")).has_value();
+}
+
+ActionOutcome TypedPathActions::run(const SearchPathAction& action, std::string_view searchText) {
+    const std::string targetWord = lowercased(storedText(action.targetType));
+    const auto target = action.targetType == SearchPathActionTargetType::file
+                            ? typedPathFileOf(searchText)
+                            : typedPathDirectoryOf(searchText);
+    if (!target)
+        return "No " + targetWord + " to open";
+    const auto program = resolveExecutable(action.binaryPath, m_processes.variable("PATH"));
+    if (!program)
+        return action.appName + " command not found";
+    return outcomeOf(m_launcher.runProgramAndWait(*program, {*target}),
+                     "Opened " + targetWord + " with " + action.appName);
 }
 
 } // namespace kavendra

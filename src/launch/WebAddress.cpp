@@ -23,12 +23,13 @@ bool isHexDigit(char byte) {
     return isDigit(byte) || (lower >= 'a' && lower <= 'f');
 }
 
-/// Whether a URL may hold the byte only percent-encoded, wherever it stands (RFC 3986, section 2).
+/// Whether the byte must be percent-encoded everywhere in a URL (RFC 3986, section 2).
 bool mustBeEncoded(char byte) {
     const auto value = static_cast<unsigned char>(byte);
     return value <= ' ' || value >= 0x7F || std::string_view("\"<>\\^`{|}").contains(byte);
 }
 
+/// Percent-encodes what must be, and each "%" that does not begin a percent-encoded byte.
 std::string encoded(std::string_view text) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     std::string url;
@@ -51,7 +52,7 @@ bool isForbiddenInHost(char byte) {
     return isASCII({&byte, 1}) && (mustBeEncoded(byte) || std::string_view("/?#@:[]").contains(byte));
 }
 
-/// Returns the host as a URL holds it; nothing when it can be none.
+/// Returns the host in the form for a URL, nothing when it is not valid.
 std::optional<std::string> hostOf(std::string_view host) {
     if (host.size() > 2 && host.starts_with('[') && host.ends_with(']')) {
         const std::string_view address = host.substr(1, host.size() - 2);
@@ -66,13 +67,13 @@ std::optional<std::string> hostOf(std::string_view host) {
     return std::ranges::none_of(name, isForbiddenInHost) ? std::optional(encoded(name)) : std::nullopt;
 }
 
-/// Returns user, host and port as a URL holds them; nothing when they can be none.
+/// Returns user, host and port in the form for a URL, nothing when they are not valid.
 std::optional<std::string> authorityOf(std::string_view authority) {
     const std::size_t userEnd = authority.rfind('@') + 1; // 0 without a user
     const std::string_view user = authority.substr(0, userEnd);
     authority.remove_prefix(userEnd);
 
-    // The colons of an address in brackets are its own.
+    // A colon inside brackets belongs to an IPv6 address.
     const std::size_t bracket = authority.rfind(']');
     const std::size_t hostEnd =
         std::min(authority.find(':', bracket == std::string_view::npos ? 0 : bracket), authority.size());

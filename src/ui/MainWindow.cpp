@@ -1,6 +1,5 @@
 #include "ui/MainWindow.h"
 
-#include "app/LoadTexts.h"
 #include "ui/AccessibleRole.h"
 #include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"
@@ -202,8 +201,7 @@ void MainWindow::showState() {
     itemCount->setLayoutDirection(naturalDirection(itemCount->text()));
     statusMessage->showText(state.lastActionMessage);
     statusLine->setVisible(state.appSettings.showStatusMessage);
-    debugSummary->showText(
-        debugSummaryText(state.appSettings.dataDirectoryPath, state.appSettings.logDirectoryPath));
+    debugSummary->showText(content.debugSummary());
     debugSummary->setVisible(state.appSettings.showDebugSummary);
     if (!isOnScreen)
         return;

@@ -7,8 +7,8 @@
 
 namespace kavendra {
 
-/// A content view in a configuration directory of its own, on a desktop that only records. The directory
-/// holds three items, alpha, beta and gamma, and there are no built-in ones.
+/// A content view with a temporary configuration directory and a recording desktop. There are three items,
+/// alpha, beta and gamma, and no built-in ones. PATH is the configuration directory.
 class ContentViewFixture : public testing::Test {
 protected:
     static constexpr const char* header = "Title,Command,Params,Keywords\n";
@@ -20,7 +20,7 @@ protected:
             "alpha,https://a.example/,,first common\nbeta,missing-program,x,common\ngamma,/,,common\n");
     }
 
-    /// A settings file whose directories are the fixture's, with more members.
+    /// Returns a settings file with the fixture's directories and more members.
     std::string settings(const std::string& members) const {
         return R"({"dataDirectoryPath": ")" + configuration.path("data") + R"(", "logDirectoryPath": ")" +
                configuration.path("log") + R"(")" + members + "}";
@@ -48,7 +48,7 @@ protected:
 
     TemporaryDirectory configuration;
     RecordingDesktop desktop;
-    RecordingProcesses processes;
+    RecordingProcesses processes{{"PATH=" + configuration.path()}};
     ContentView content{desktop, processes, configuration.path(), configuration.path("Built-in.csv")};
 };
 

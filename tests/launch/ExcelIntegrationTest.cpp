@@ -19,16 +19,12 @@ LaunchItem item(std::string command) {
 
 class ExcelIntegrationTest : public LaunchFixture {
 protected:
-    ExcelIntegrationTest() { setenv("TMPDIR", home.path("tmp").c_str(), 1); }
-
-    std::string openItem(const std::string& command, ExcelOpenMode mode) {
-        return withCalls(outcomeText(excel.openItem(item(command), mode)));
-    }
-    std::string openTypedPath(const std::string& text, ExcelOpenMode mode) {
-        return withCalls(outcomeText(excel.openTypedPath(text, mode)));
+    ExcelIntegrationTest() {
+        setenv("TMPDIR", home.path("tmp").c_str(), 1);
+        std::filesystem::create_directories(excelPath);
     }
 
-    /// Returns the path of the one copy that has been made since the last call, having looked at it.
+    /// Checks the copy that was made since the last call and returns its path, "" if there is none.
     std::string newCopy() {
         std::string made;
         for (const std::string& name : listDirectory(copiesDirectory).value_or(std::vector<std::string>())) {
@@ -41,19 +37,20 @@ protected:
             EXPECT_EQ(std::filesystem::status(directory).permissions(), std::filesystem::perms(0555));
             EXPECT_EQ(std::filesystem::status(copiesDirectory).permissions(), std::filesystem::perms(0700));
             EXPECT_EQ(home.read(made.substr(home.path().size())), "the workbook");
-            permissions(directory, std::filesystem::perms(0755)); // so that the test can clear up
+            permissions(directory, std::filesystem::perms(0755)); // so that the test can remove it
         }
         return made;
     }
 
-    std::string workbook = home.path("Book.XLSX");
-    std::string copiesDirectory = home.path("tmp/kavendra-excel-readonly");
+    const std::string workbook = home.path("Book.XLSX"), excelPath = home.path("Microsoft Excel.app"),
+                      copiesDirectory = home.path("tmp/kavendra-excel-readonly");
+    ExcelIntegration excel{launcher, excelPath};
     std::set<std::string> knownCopies;
 };
 
 } // namespace
 
-TEST_F(ExcelIntegrationTest, knowsWorkbooksByTheirExtension) {
+TEST_F(ExcelIntegrationTest, recognizesWorkbooksByTheirExtension) {
     for (const std::string name : {"a.xls", "b.xlsx", "c.XLSM", "d.xlsb", "e.xla", "f.xlam", "g.xlsa"}) {
         home.write(name, "");
         EXPECT_EQ(excelWorkbookOf("'~/" + name + "'"), home.path(name));
@@ -66,63 +63,44 @@ TEST_F(ExcelIntegrationTest, knowsWorkbooksByTheirExtension) {
         EXPECT_EQ(excelWorkbookOf(text), std::nullopt) << text;
         EXPECT_EQ(excelWorkbookOf(item(text)), std::nullopt) << text;
     }
-    EXPECT_EQ(excelWorkbookOf("~/folder.xlsx"), std::nullopt);
-    EXPECT_EQ(excelWorkbookOf(item("\"" + workbook + "\"")), std::nullopt) << "quotes belong to the field";
+    EXPECT_EQ(excelWorkbookOf("~/folder.xlsx"), std::nullopt) << "a directory";
+    EXPECT_EQ(excelWorkbookOf(item("\"" + workbook + "\"")), std::nullopt) << "no quotes around a command";
 }
 
-TEST_F(ExcelIntegrationTest, theScriptNamesThePathInAString) {
-    EXPECT_EQ(excelScript("/a/b c.xlsx", true), "tell application \"Microsoft Excel\"\n"
-                                                "    activate\n"
-                                                "    open workbook workbook file name \"/a/b c.xlsx\" "
-                                                "read only true\n"
-                                                "end tell");
-    EXPECT_EQ(excelScript("/a\\\"b\"\\", false), "tell application \"Microsoft Excel\"\n"
-                                                 "    activate\n"
-                                                 "    open workbook workbook file name "
-                                                 "\"/a\\\\\\\"b\\\"\\\\\" read only false\n"
-                                                 "end tell");
-}
-
-TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyOfItsOwnInEachMode) {
-    installExcel();
-    const std::string newSessionOf = "run /usr/bin/open|-n|-a|" + excelPath + "|";
-    for (const bool fromItem : {false, true}) {
-        const auto opened = [&](const std::string& path, ExcelOpenMode mode) {
-            return fromItem ? openItem(path, mode) : openTypedPath(path, mode);
-        };
-        const std::string report =
-            fromItem ? "Opened Command file in Excel " : "Opened search path in Excel ";
-        EXPECT_EQ(opened("~/Book.XLSX", newSession), report + "(new session); " + newSessionOf + workbook);
-        EXPECT_EQ(newCopy(), "");
-        const std::string readOnlyReport = opened("~/Book.XLSX", readOnly);
-        EXPECT_EQ(readOnlyReport,
-                  report + "(read-only); run /usr/bin/osascript|-e|" + excelScript(newCopy(), true));
-        const std::string bothReport = opened(workbook, newSessionReadOnly);
-        EXPECT_EQ(bothReport, report + "(new session, read-only); " + newSessionOf + newCopy());
+TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyInEachMode) {
+    const std::string run = "; run /usr/bin/open|-n|-a|" + excelPath + "|";
+    const std::string opened = "Opened Command file in Excel ";
+    EXPECT_EQ(text(excel.openItem(item("~/Book.XLSX"), newSession)),
+              opened + "(new session)" + run + workbook);
+    EXPECT_EQ(newCopy(), "");
+    const std::string readOnlyOutcome = text(excel.openItem(item(workbook), readOnly));
+    EXPECT_EQ(readOnlyOutcome, opened + "(read-only); run /usr/bin/osascript|-e|" + excelScript(newCopy()));
+    for (std::size_t copies = 2; copies < 4; ++copies) {
+        const std::string outcome = text(excel.openTypedPath("~/Book.XLSX", newSessionReadOnly));
+        EXPECT_EQ(outcome, "Opened search path in Excel (new session, read-only)" + run + newCopy());
+        EXPECT_EQ(knownCopies.size(), copies) << "each open makes a copy";
     }
-    EXPECT_EQ(knownCopies.size(), 4U);
-}
-
-TEST_F(ExcelIntegrationTest, looksForExcelInOnePlace) {
     EXPECT_STREQ(ExcelIntegration::defaultApplicationPath, "/Applications/Microsoft Excel.app");
-    EXPECT_EQ(openTypedPath(workbook, readOnly), "Microsoft Excel not found");
-    EXPECT_EQ(openItem(workbook, newSession), "Microsoft Excel not found");
-    installExcel();
-    EXPECT_EQ(openTypedPath("~/folder.xlsx", readOnly), "No Excel file to open");
-    EXPECT_EQ(openItem("~/gone.xlsx", readOnly), "No Excel file available in Command");
 }
 
-TEST_F(ExcelIntegrationTest, reportsWhatFailsWithItsPath) {
-    installExcel();
+TEST_F(ExcelIntegrationTest, scriptEscapesThePath) {
+    EXPECT_EQ(excelScript("/a\\\"b c\"\\"), "tell application \"Microsoft Excel\"\n"
+                                            "    activate\n"
+                                            "    open workbook workbook file name "
+                                            "\"/a\\\\\\\"b c\\\"\\\\\" read only true\n"
+                                            "end tell");
+}
+
+TEST_F(ExcelIntegrationTest, reportsFailuresOfTheCopyAndOfTheProgram) {
     processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "execution error (-1728)\n"};
-    EXPECT_EQ(openItem(workbook, newSession),
+    EXPECT_EQ(text(excel.openItem(item(workbook), newSession)),
               "! Script execution failed: execution error (-1728); run /usr/bin/open|-n|-a|" + excelPath +
                   "|" + workbook);
-    EXPECT_EQ(openItem("~/folder.xlsx", readOnly), "! " + home.path("folder.xlsx") + ": Is a directory");
+    EXPECT_EQ(text(excel.openItem(item("~/folder.xlsx"), readOnly)),
+              "! " + home.path("folder.xlsx") + ": Is a directory");
     std::filesystem::remove_all(home.path("tmp"));
     home.write("tmp", "a file where the directory should be");
-    const std::string failed = openItem(workbook, readOnly);
-    EXPECT_EQ(failed, "! " + home.path("tmp") + ": Not a directory");
+    EXPECT_EQ(text(excel.openItem(item(workbook), readOnly)), "! " + home.path("tmp") + ": Not a directory");
 }
 
 } // namespace kavendra

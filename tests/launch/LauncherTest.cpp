@@ -13,19 +13,16 @@ protected:
         desktop.applications = {app, "firefox.desktop"};
     }
 
-    /// Returns the kind or the failure, and what was asked of the desktop or the system.
     std::string launch(const std::string& command, const std::string& params = {}) {
-        return withCalls(outcomeText(launcher.launch({.id = {},
-                                                      .title = "Title",
-                                                      .command = command,
-                                                      .params = params,
-                                                      .keywords = "",
-                                                      .source = ""})));
+        LaunchItem item;
+        item.title = "X";
+        item.command = command;
+        item.params = params;
+        return text(launcher.launch(item));
     }
 
     std::string runAndWait(const std::vector<std::string>& arguments = {}) {
-        const Result<void> ran = launcher.runProgramAndWait("/bin/x", arguments);
-        return withCalls(ran ? "success" : "! " + ran.error().description);
+        return text(outcomeOf(launcher.runProgramAndWait("/bin/x", arguments), "success"));
     }
 
     const std::string app = home.path("Browser.app");
@@ -33,9 +30,9 @@ protected:
 
 } // namespace
 
-TEST_F(LauncherTest, takesTheFirstRoadThatHolds) {
+TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
     const std::string web = "https://example.org/";
-    const std::string inApp = "specific browser; openURLWithApplication " + web + " ";
+    const std::string inApp = "Launched (specific browser): X; openURLWithApplication " + web + " ";
     const std::string missing = "! Command not found: ";
     struct Case {
         std::string command, params, outcome;
@@ -43,20 +40,23 @@ TEST_F(LauncherTest, takesTheFirstRoadThatHolds) {
     for (const Case& c : {
              Case{app, web, inApp + app},
              Case{" ~/Browser.app\n", "\tHTTPS://example.org/ ",
-                  "specific browser; openURLWithApplication HTTPS://example.org/ " + app},
+                  "Launched (specific browser): X; openURLWithApplication HTTPS://example.org/ " + app},
              Case{"firefox.desktop", web, inApp + "firefox.desktop"},
-             Case{web, web, "url; openURL " + web},
-             Case{" HTTP://Example.org/a b ", "not used", "url; openURL HTTP://Example.org/a%20b"},
-             Case{"http:example.org", "", "url; openURL http:example.org"}, // the browser says what is wrong
-             Case{app, "", "finder; showDirectory " + app},
-             Case{"~/folder", " \n\u3000", "finder; showDirectory " + folder},
-             Case{"~/notes.txt", "", "default app; openFile " + notes},
-             Case{tool, "", "default app; openFile " + tool},
-             Case{"tool", "", "command; start " + tool},
-             Case{" tool ", " a \"b c\" 'd e' ", "command + params; start " + tool + "|a|b c|d e"},
+             Case{web, web, "Launched (url): X; openURL " + web},
+             Case{" HTTP://Example.org/a b ", "not used",
+                  "Launched (url): X; openURL HTTP://Example.org/a%20b"},
+             Case{"http:example.org", "",
+                  "Launched (url): X; openURL http:example.org"}, // the browser reports the error
+             Case{app, "", "Launched (finder): X; showDirectory " + app},
+             Case{"~/folder", " \n\u3000", "Launched (finder): X; showDirectory " + folder},
+             Case{"~/notes.txt", "", "Launched (default app): X; openFile " + notes},
+             Case{tool, "", "Launched (default app): X; openFile " + tool},
+             Case{"tool", "", "Launched (command): X; start " + tool},
+             Case{" tool ", " a \"b c\" 'd e' ",
+                  "Launched (command + params): X; start " + tool + "|a|b c|d e"},
              Case{"~/tool", "~/notes.txt '  ' \" x \"",
-                  "command + params; start " + tool + "|" + notes + "||x"},
-             Case{"tool", web, "command + params; start " + tool + "|" + web},
+                  "Launched (command + params): X; start " + tool + "|" + notes + "||x"},
+             Case{"tool", web, "Launched (command + params): X; start " + tool + "|" + web},
              Case{"", "", missing},
              Case{" \n", "x", missing},
              Case{"no-such-tool", "", missing + "no-such-tool"},
@@ -77,7 +77,7 @@ TEST_F(LauncherTest, takesTheFirstRoadThatHolds) {
     EXPECT_TRUE(log.empty());
 }
 
-TEST_F(LauncherTest, reportsWhatTheDesktopRefuses) {
+TEST_F(LauncherTest, reportsFailuresOfTheDesktop) {
     desktop.accepts = false;
     EXPECT_EQ(launch(" HTTP://Example.org/a b "),
               "! Invalid URL: HTTP://Example.org/a b; openURL HTTP://Example.org/a%20b");
@@ -85,14 +85,14 @@ TEST_F(LauncherTest, reportsWhatTheDesktopRefuses) {
     EXPECT_EQ(launch("~/folder"), "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
     EXPECT_TRUE(log.empty());
     EXPECT_EQ(launch(app, "https://example.org"),
-              "specific browser; openURLWithApplication https://example.org " + app);
+              "Launched (specific browser): X; openURLWithApplication https://example.org " + app);
     EXPECT_EQ(log, std::vector<std::string>{"Failed to open URL with application: " + app});
     const auto opened = launcher.openWebAddressWithApplication("https://example.org", "/missing.app");
     ASSERT_FALSE(opened);
     EXPECT_EQ(opened.error().description, "Application not found: /missing.app");
 }
 
-TEST_F(LauncherTest, reportsAFailedProgramInItsOwnWords) {
+TEST_F(LauncherTest, reportsTheStandardErrorOfAFailedProgram) {
     EXPECT_EQ(runAndWait({"~/a b", ""}), "success; run /bin/x|~/a b|");
     struct Case {
         std::string standardError, description;
@@ -104,7 +104,8 @@ TEST_F(LauncherTest, reportsAFailedProgramInItsOwnWords) {
     }
     processes.startResult = std::unexpected(Error{"/tool: Exec format error"});
     processes.runResult = std::unexpected(Error{"/tool: Exec format error"});
-    EXPECT_EQ(launch("tool"), "! /tool: Exec format error; start " + tool) << "the system's words, unchanged";
+    EXPECT_EQ(launch("tool"), "! /tool: Exec format error; start " + tool)
+        << "the system's reason, unchanged";
     EXPECT_EQ(runAndWait(), "! /tool: Exec format error; run /bin/x");
 }
 

@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-/// Returns what an entry reads in English.
+/// Returns an entry's title in English.
 inline std::string titleOf(const MenuEntry& entry) {
     std::string title = entry.title;
     if (const std::size_t place = title.find("%1"); place != std::string::npos)
@@ -16,8 +16,8 @@ inline std::string titleOf(const MenuEntry& entry) {
     return title;
 }
 
-/// Returns a menu as one line: the entries with ", " between them, disabled ones in parentheses, " *" behind
-/// one with a check mark, a submenu in brackets behind its title, "-" for a separator.
+/// Returns a menu as one line: entries separated by ", ", disabled ones in parentheses, " *" after a checked
+/// one, a submenu in brackets after its title, "-" for a separator.
 inline std::string menuText(const Menu& menu) {
     std::string text;
     for (const MenuEntry& entry : menu) {
@@ -34,7 +34,7 @@ inline std::string menuText(const Menu& menu) {
     return text;
 }
 
-/// Returns the entry with that title, also one of a submenu, whether enabled or not.
+/// Returns the entry with that title, also one of a submenu, whether enabled or not; null if there is none.
 inline const MenuEntry* findEntry(const Menu& menu, const std::string& title) {
     for (const MenuEntry& entry : menu) {
         if (!entry.isSeparator() && titleOf(entry) == title && entry.action)
@@ -45,7 +45,7 @@ inline const MenuEntry* findEntry(const Menu& menu, const std::string& title) {
     return nullptr;
 }
 
-/// Does what choosing the entry would do, also of one that is disabled.
+/// Runs the action of the entry with that title, also of a disabled one.
 inline void choose(const Menu& menu, const std::string& title) {
     if (const MenuEntry* entry = findEntry(menu, title))
         entry->action();
