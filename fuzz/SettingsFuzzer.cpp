@@ -1,5 +1,5 @@
+#include "config/JSONEncoding.h"
 #include "config/SettingsFile.h"
-#include "config/StateFile.h"
 #include "fuzz/Require.h"
 #include "fuzz/ScratchDirectory.h"
 

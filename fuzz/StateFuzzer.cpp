@@ -1,3 +1,4 @@
+#include "config/JSONEncoding.h"
 #include "config/StateFile.h"
 #include "fuzz/Require.h"
 #include "fuzz/ScratchDirectory.h"

@@ -1,5 +1,6 @@
 #include "config/LaunchAtLogin.h"
 
+#include "base/TranslatableText.h"
 #include "config/ConfigErrors.h"
 
 namespace kavendra {
@@ -17,7 +18,7 @@ Result<std::string> messageFor(StartupRegistrationStatus status) {
     case StartupRegistrationStatus::notFound:
         return LaunchError::startupRegistrationFailed("App service not found");
     }
-    return "Updated launch at login"; // of a status that a later desktop may add
+    return "Updated launch at login"; // a status unknown to this version
 }
 
 } // namespace
@@ -28,8 +29,8 @@ StartupRegistrationAction requestedStartupAction(StartupRegistrationStatus statu
 }
 
 std::string_view confirmationMessage(StartupRegistrationAction action) {
-    return action == StartupRegistrationAction::registerApp ? "Register kavendra to startup?"
-                                                            : "Remove kavendra from startup?";
+    return action == StartupRegistrationAction::registerApp ? KAVENDRA_TEXT("Register kavendra to startup?")
+                                                            : KAVENDRA_TEXT("Remove kavendra from startup?");
 }
 
 StartupChange changeStartupRegistration(Desktop& desktop, StartupRegistrationAction action) {

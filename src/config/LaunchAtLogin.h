@@ -6,25 +6,25 @@
 #include <string>
 #include <string_view>
 
-/// Starting kavendra at login. Nothing of it is stored by kavendra: the desktop's answer is the only record.
+/// Launch at login. kavendra stores nothing about it; the desktop knows the status.
 namespace kavendra {
 
 enum class StartupRegistrationAction { registerApp, unregisterApp };
 
-/// Returns what a person wants who asks for a change: to be rid of what is enabled, to have anything else.
+/// Returns the change to offer: remove the registration if it is enabled, else register.
 StartupRegistrationAction requestedStartupAction(StartupRegistrationStatus status);
 
-/// Returns the question that is asked before the action is carried out.
+/// Returns the question of the confirmation dialog.
 std::string_view confirmationMessage(StartupRegistrationAction action);
 
-/// What came of a change.
+/// Result of a change.
 struct StartupChange {
     StartupRegistrationStatus status;
-    Result<std::string> message; ///< the status message, or the failure to be reported
+    Result<std::string> message; ///< status message, or the failure to report
 };
 
-/// Carries an action out and asks the desktop what holds now. The message follows that answer, whatever the
-/// action was. Fails with LaunchError::startupRegistrationFailed.
+/// Registers or unregisters and asks the desktop for the new status, which decides the message. The failure
+/// is LaunchError::startupRegistrationFailed.
 StartupChange changeStartupRegistration(Desktop& desktop, StartupRegistrationAction action);
 
 } // namespace kavendra

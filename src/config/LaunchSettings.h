@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/TranslatableText.h"
 #include "base/UUID.h"
 #include "platform/Desktop.h"
 
@@ -11,7 +12,7 @@
 
 namespace kavendra {
 
-/// The appearance chosen by the user, in menu order.
+/// The appearance chosen in the settings menu, in menu order.
 enum class LaunchAppearanceMode { system, light, dark };
 inline constexpr std::array allAppearanceModes{LaunchAppearanceMode::system, LaunchAppearanceMode::light,
                                                LaunchAppearanceMode::dark};
@@ -28,7 +29,7 @@ inline constexpr std::array allTargetTypes{SearchPathActionTargetType::directory
 /// Returns the text of the type in the settings file.
 std::string_view storedText(SearchPathActionTargetType type);
 
-/// A configured program that opens the path typed into the search field.
+/// A configured program that opens the typed path.
 struct SearchPathAction {
     UUID id = UUID::random(); ///< identity within one run; not stored
     std::string appName;      ///< as shown in the menu
@@ -38,8 +39,7 @@ struct SearchPathAction {
     bool operator==(const SearchPathAction&) const = default;
 };
 
-/// Everything the user can configure. The member initializers are the defaults of the optional keys of the
-/// settings file.
+/// The settings. The member initializers are the defaults of optional keys.
 struct LaunchSettings {
     std::string dataDirectoryPath;
     std::string logDirectoryPath;
@@ -57,10 +57,10 @@ struct LaunchSettings {
 /// Returns the settings of a first run: both directories are the configuration directory.
 LaunchSettings defaultSettings(const std::string& configurationDirectory);
 
-/// What happens after a change of a setting was saved.
+/// What to do after a changed setting was saved.
 enum class SettingEffect { none, reload };
 
-/// One setting: how it is stored and whether the settings menu shows it.
+/// Properties of a setting.
 struct Setting {
     using Member =
         std::variant<std::string LaunchSettings::*, bool LaunchSettings::*,
@@ -68,28 +68,28 @@ struct Setting {
 
     const char* key; ///< in the settings file
     Member member;
-    bool isRequired = false;           ///< whether a settings file without the key is invalid
+    bool isRequired = false;           ///< a settings file without the key is invalid
     const char* toggleTitle = nullptr; ///< menu title of a boolean setting; null when the menu has no toggle
     SettingEffect effect = SettingEffect::none; ///< of the toggle
 };
 
-/// All settings. The settings file and the toggles of the settings menu, in this order, are made from this
-/// table.
+/// All settings. This table defines the keys of the settings file and, in this order, the toggles of the
+/// settings menu.
 inline constexpr std::array allSettings{
     Setting{.key = "dataDirectoryPath", .member = &LaunchSettings::dataDirectoryPath, .isRequired = true},
     Setting{.key = "logDirectoryPath", .member = &LaunchSettings::logDirectoryPath, .isRequired = true},
     Setting{.key = "selectAllTextOnFocus",
             .member = &LaunchSettings::selectAllTextOnFocus,
-            .toggleTitle = "Select All Text on Focus"},
+            .toggleTitle = KAVENDRA_TEXT("Select All Text on Focus")},
     Setting{.key = "showStatusMessage",
             .member = &LaunchSettings::showStatusMessage,
-            .toggleTitle = "Show Status Message"},
+            .toggleTitle = KAVENDRA_TEXT("Show Status Message")},
     Setting{.key = "showDebugSummary",
             .member = &LaunchSettings::showDebugSummary,
-            .toggleTitle = "Show Debug Summary"},
+            .toggleTitle = KAVENDRA_TEXT("Show Debug Summary")},
     Setting{.key = "showBuiltinItems",
             .member = &LaunchSettings::showBuiltinItems,
-            .toggleTitle = "Show Built-in Items",
+            .toggleTitle = KAVENDRA_TEXT("Show Built-in Items"),
             .effect = SettingEffect::reload},
     Setting{.key = "appearanceMode", .member = &LaunchSettings::appearanceMode},
     Setting{.key = "searchPathActions", .member = &LaunchSettings::searchPathActions},

@@ -7,22 +7,21 @@
 
 namespace kavendra {
 
-/// Returns the one directory that holds kavendra's own files, below the application support directory.
+/// Returns the directory for settings and state: "kavendra" in the application support directory.
 std::string configurationDirectoryPath();
 
 std::string settingsFilePath(const std::string& configurationDirectory);
 
-/// Creates what is missing in the configuration directory: the directory itself, the settings file with the
-/// default settings (and then, on that run only, the sample data file), and the state file, which takes the
-/// column widths over from a settings file of the older layout.
-/// Fails with the system's reason of the first step that fails.
+/// Creates what does not exist: the configuration directory; the settings file with the default settings, and
+/// together with it the sample data file; the state file, with the column widths of an older settings file.
+/// Fails with the system's reason at the first step that fails.
 Result<void> prepareConfigurationFiles(const std::string& configurationDirectory);
 
-/// Reads the settings file. Optional keys that are missing or null take their defaults, unknown keys are
-/// ignored. Fails with LaunchError::settingsFileInvalid, whatever the reason.
+/// Reads the settings file (see decodedSettings). Fails with LaunchError::settingsFileInvalid, whatever the
+/// reason.
 Result<LaunchSettings> loadSettings(const std::string& configurationDirectory);
 
-/// Writes the whole settings file. Fails with the system's reason, the old file whole.
+/// Replaces the settings file. After a failure, with the system's reason, the old file is unchanged.
 Result<void> writeSettings(const std::string& configurationDirectory, const LaunchSettings& settings);
 
 } // namespace kavendra

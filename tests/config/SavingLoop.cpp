@@ -1,7 +1,7 @@
 // A program for tools/kill-test.
 // usage: saving_loop save DIRECTORY   saves settings and state there without pause until it is killed
 //        saving_loop check DIRECTORY  succeeds when both files hold one whole save
-#include "config/JSONFile.h"
+#include "config/JSONEncoding.h"
 #include "config/SettingsFile.h"
 #include "config/StateFile.h"
 #include "platform/FileReplacement.h"
