@@ -9,7 +9,7 @@ namespace kavendra {
 
 namespace {
 
-class Executables : public testing::Test {
+class ExecutableSearch : public testing::Test {
 protected:
     std::string program(const std::string& name, mode_t mode = 0755) const {
         std::filesystem::create_directories(std::filesystem::path(directory.path(name)).parent_path());
@@ -23,33 +23,28 @@ protected:
 
 } // namespace
 
-TEST_F(Executables, areFoundInTheOrderOfTheSearchPath) {
-    const std::string first = program("first/tool");
-    const std::string second = program("second/tool");
-    program("dull/tool", 0644);
-    std::filesystem::create_directories(directory.path("folder/tool"));
-    std::string searchPath = ":";
-    for (const char* name : {"missing", "dull", "folder", "first", "second"})
-        searchPath += directory.path(name) + "::";
-    EXPECT_EQ(resolveExecutable("tool", searchPath), first);
-    EXPECT_EQ(resolveExecutable(" \ttool\n", searchPath), first);
+TEST_F(ExecutableSearch, usesTheOrderOfPATH) {
+    const std::string first = program("first/tool"), second = program("second/tool"),
+                      env = program("own/env");
+    program("not-executable/tool", 0644);
+    std::filesystem::create_directories(directory.path("directory/tool"));
+    std::string pathVariable = ":";
+    for (const char* name : {"missing", "not-executable", "directory", "first", "second"})
+        pathVariable += directory.path(name) + "::";
+    EXPECT_EQ(resolveExecutable(" \ttool\n", pathVariable), first);
     EXPECT_EQ(resolveExecutable("tool", directory.path("second")), second);
-    EXPECT_EQ(resolveExecutable("no-such-tool", searchPath), std::nullopt);
-    // An empty entry is not the current directory.
+    EXPECT_EQ(resolveExecutable("no-such-tool", pathVariable), std::nullopt);
+    EXPECT_EQ(resolveExecutable("env", ""), "/usr/bin/env") << "the usual directories are searched last";
+    EXPECT_EQ(resolveExecutable("env", directory.path("own")), env);
+
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(directory.path("first"));
-    EXPECT_EQ(resolveExecutable("tool", "::"), std::nullopt);
+    EXPECT_EQ(resolveExecutable("tool", "::"), std::nullopt) << "an empty entry is not the current directory";
     EXPECT_EQ(resolveExecutable("tool", "."), first);
     std::filesystem::current_path(before);
 }
 
-TEST_F(Executables, areFoundWithoutASearchPath) {
-    EXPECT_EQ(resolveExecutable("env", ""), "/usr/bin/env");
-    const std::string own = program("own/env");
-    EXPECT_EQ(resolveExecutable("env", directory.path("own")), own);
-}
-
-TEST_F(Executables, withASlashAreNotSearched) {
+TEST_F(ExecutableSearch, doesNotSearchForNamesWithASlash) {
     const std::string tool = program("bin/tool");
     setenv("HOME", directory.path().c_str(), 1);
     EXPECT_EQ(resolveExecutable(tool, ""), tool);

@@ -1,44 +1,20 @@
 #include "platform/FileReplacement.h"
 
 #include "platform/FileDescriptor.h"
-#include "platform/Files.h"
-#include "tests/TemporaryDirectory.h"
-#include "tests/support/Limits.h"
+#include "tests/platform/FileFixture.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/file.h>
 
-#include <algorithm>
-
 namespace kavendra {
 
 namespace {
 
-constexpr uid_t nobody = 65534;
 const std::string oldContent = "the old content";
 
-class FileReplacement : public testing::Test {
+class FileReplacement : public FileFixture {
 protected:
-    /// Returns the words of a failure with a dot for the directory.
-    std::string reasonOf(const auto& result) const {
-        const std::string description = result ? "no failure" : result.error().description;
-        const bool isHere = description.starts_with(directory.path());
-        return isHere ? "." + description.substr(directory.path().size()) : description;
-    }
-
-    struct stat statusOf(const std::string& path) const {
-        struct stat status{};
-        EXPECT_EQ(stat(path.c_str(), &status), 0) << path;
-        return status;
-    }
-
-    std::vector<std::string> names() const {
-        auto result = *listDirectory(directory.path());
-        std::ranges::sort(result);
-        return result;
-    }
-
     /// Saves longer and shorter contents; returns whether the file was written in place.
     bool savesInPlace(const std::string& path) const {
         const ino_t before = statusOf(path).st_ino;
@@ -49,64 +25,58 @@ protected:
         return statusOf(path).st_ino == before;
     }
 
-    TemporaryDirectory directory;
     std::string file = directory.write("file", oldContent);
 };
 
 } // namespace
 
-TEST_F(FileReplacement, keepsModeOwnerAndLinks) {
+TEST_F(FileReplacement, keepsModeOwnerAndSymbolicLinks) {
     const uid_t owner = geteuid() == 0 ? nobody : geteuid();
     ASSERT_EQ(chown(file.c_str(), owner, static_cast<gid_t>(-1)), 0);
     ASSERT_TRUE(setPermissions(file, 0640));
     std::filesystem::create_directories(directory.path("a/b"));
-    ASSERT_EQ(symlink("../b/second", directory.path("a/first").c_str()), 0);
-    ASSERT_EQ(symlink("../../file", directory.path("a/b/second").c_str()), 0);
-    ASSERT_EQ(symlink("a/first", directory.path("link").c_str()), 0);
-
-    // Not below "a" but beside it: ".." counts from where the link is.
     std::filesystem::create_directories(directory.path("b"));
-    ASSERT_EQ(symlink("../file", directory.path("b/second").c_str()), 0);
-    EXPECT_FALSE(savesInPlace(directory.path("link")));
+    makeLink("../b/second", "a/first"); // relative to the directory of the link: not a/b/second
+    makeLink("missing", "a/b/second");
+    makeLink("../file", "b/second");
+    EXPECT_FALSE(savesInPlace(makeLink("a/first", "link")));
 
     EXPECT_EQ(directory.read("file"), "short");
     EXPECT_EQ(statusOf(file).st_mode & 07777U, 0640U);
     EXPECT_EQ(statusOf(file).st_uid, owner);
     EXPECT_TRUE(std::filesystem::is_symlink(directory.path("link")));
     EXPECT_TRUE(std::filesystem::is_symlink(directory.path("a/first")));
-    EXPECT_EQ(names(), (std::vector<std::string>{"a", "b", "file", "link"})) << "no temporary file stays";
+    EXPECT_EQ(names(), (std::vector<std::string>{"a", "b", "file", "link"})) << "no temporary file is left";
 }
 
-TEST_F(FileReplacement, createsWhatIsMissing) {
-    ASSERT_EQ(symlink("new-by-link", directory.path("link").c_str()), 0);
+TEST_F(FileReplacement, createsMissingFiles) {
+    const std::string link = makeLink("new-by-link", "link");
     const mode_t previous = umask(027);
-    EXPECT_TRUE(replaceFile(directory.path("link"), "one"));
+    EXPECT_TRUE(replaceFile(link, "one"));
     EXPECT_TRUE(writeFileAtomically(directory.path("private"), "two", 0600));
     umask(previous);
-    EXPECT_TRUE(std::filesystem::is_symlink(directory.path("link")));
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_EQ(directory.read("new-by-link"), "one");
     EXPECT_EQ(statusOf(directory.path("new-by-link")).st_mode & 07777U, 0640U);
     EXPECT_EQ(statusOf(directory.path("private")).st_mode & 07777U, 0600U);
 
-    EXPECT_TRUE(writeFileAtomically(directory.path("link"), "three"));
-    EXPECT_FALSE(std::filesystem::is_symlink(directory.path("link"))) << "the link itself is replaced";
+    EXPECT_TRUE(writeFileAtomically(link, "three"));
+    EXPECT_FALSE(std::filesystem::is_symlink(link)) << "the link itself is replaced";
     EXPECT_EQ(directory.read("new-by-link"), "one");
 }
 
-TEST_F(FileReplacement, refusesWhatIsNoFile) {
-    const std::string pipe = directory.path("pipe"), loop = directory.path("loop");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    ASSERT_EQ(symlink("loop", loop.c_str()), 0);
-    EXPECT_FALSE(replaceFile(pipe, "x")) << "and does not wait for a reader";
+TEST_F(FileReplacement, rejectsNonRegularFiles) {
+    EXPECT_FALSE(replaceFile(makePipe(), "x")) << "without waiting for a reader";
     EXPECT_EQ(reasonOf(replaceFile(directory.path(), "x")), ".: Is a directory");
-    EXPECT_EQ(reasonOf(replaceFile(loop, "x")), "./loop: Too many levels of symbolic links");
+    EXPECT_EQ(reasonOf(replaceFile(makeLink("loop", "loop"), "x")),
+              "./loop: Too many levels of symbolic links");
     EXPECT_FALSE(replaceFile(file + std::string("\0x", 2), "x"));
     EXPECT_EQ(reasonOf(replaceFile(directory.path("none/file"), "x")),
               "./none/file: No such file or directory");
     EXPECT_EQ(directory.read("file"), oldContent);
 }
 
-TEST_F(FileReplacement, writesInPlaceWhatCannotBeReplaced) {
+TEST_F(FileReplacement, writesInPlaceWhereRenameIsNotPossible) {
     ASSERT_EQ(link(file.c_str(), directory.path("other-name").c_str()), 0);
     EXPECT_TRUE(savesInPlace(file)) << "hard links";
     EXPECT_EQ(directory.read("other-name"), "short");
@@ -139,7 +109,7 @@ TEST_F(FileReplacement, writesInPlaceWhatCannotBeReplaced) {
     }
 }
 
-TEST_F(FileReplacement, worksWhereSpaceCannotBeReserved) {
+TEST_F(FileReplacement, worksWithoutFallocate) {
     const ScopedMount disk("ramfs", directory.path(), "ramfs"); // has no fallocate(2)
     if (!disk.isMounted())
         GTEST_SKIP() << "mounting a file system is not allowed here";
@@ -149,7 +119,7 @@ TEST_F(FileReplacement, worksWhereSpaceCannotBeReserved) {
     EXPECT_TRUE(savesInPlace(file));
 }
 
-TEST_F(FileReplacement, keepsTheOldContentWhenItFails) {
+TEST_F(FileReplacement, keepsTheOldContentOnFailure) {
     const std::string tooLong(200000, 'x');
     const auto tryAll = [&](const std::string& reason) {
         for (const bool isLinked : {false, true}) {
@@ -160,7 +130,7 @@ TEST_F(FileReplacement, keepsTheOldContentWhenItFails) {
             EXPECT_EQ(reasonOf(replaceFile(file, tooLong)), "./file: " + reason);
             EXPECT_EQ(reasonOf(writeFileAtomically(directory.path("new"), tooLong)), "./new: " + reason);
             EXPECT_EQ(directory.read("file"), oldContent) << reason;
-            EXPECT_EQ(names().size(), isLinked ? 2U : 1U) << "neither an empty nor a temporary file stays";
+            EXPECT_EQ(names().size(), isLinked ? 2U : 1U) << "no temporary file is left";
         }
         std::filesystem::remove(directory.path("other-name"));
     };
@@ -180,17 +150,11 @@ TEST_F(FileReplacement, keepsTheOldContentWhenItFails) {
     EXPECT_FALSE(replaceFile("/proc/version", "new"));
 }
 
-TEST_F(FileReplacement, removesWhatKilledSavesLeft) {
-    const std::string uuid = "01234567-89AB-CDEF-0123-456789ABCDEF";
-    const std::string prefix = ".file.kavendra-tmp-";
-    const std::string locked = prefix + "11234567-89AB-CDEF-0123-456789ABCDEF";
-    const std::string foreign = prefix + "21234567-89AB-CDEF-0123-456789ABCDEF";
-    std::vector<std::string> kept{".file.kavendra-tmp-",
-                                  prefix + "backup",
-                                  prefix + uuid + "x",
-                                  ".other" + prefix.substr(5) + uuid,
-                                  "file",
-                                  locked};
+TEST_F(FileReplacement, removesTemporaryFilesOfKilledProcesses) {
+    const std::string prefix = ".file.kavendra-tmp-", uuid = "01234567-89AB-CDEF-0123-456789ABCDEF";
+    const std::string locked = prefix + "1" + uuid.substr(1), foreign = prefix + "2" + uuid.substr(1);
+    std::vector<std::string> kept{
+        prefix, locked, prefix + "backup", prefix + uuid + "x", ".other.kavendra-tmp-" + uuid, "file"};
     for (const std::string& name : kept)
         directory.write(name, "");
     const FileDescriptor saving(open(directory.path(locked).c_str(), O_WRONLY));

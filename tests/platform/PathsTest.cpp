@@ -7,7 +7,7 @@
 
 namespace kavendra {
 
-TEST(Paths, cutsComponents) {
+TEST(Paths, splitIntoComponents) {
     struct Case {
         const char *path, *last, *parent, *extension;
     };
@@ -23,7 +23,7 @@ TEST(Paths, cutsComponents) {
     }
 }
 
-TEST(Paths, expandsATildeOnlyInFrontAndOnlyForKnownUsers) {
+TEST(Paths, expandALeadingTildeForKnownUsers) {
     setenv("HOME", "/home/someone", 1);
     EXPECT_EQ(expandingTilde("~"), "/home/someone");
     EXPECT_EQ(expandingTilde("~/a b"), "/home/someone/a b");
@@ -35,7 +35,7 @@ TEST(Paths, expandsATildeOnlyInFrontAndOnlyForKnownUsers) {
     EXPECT_EQ(expandingTilde("~/a"), "/a");
 }
 
-TEST(Paths, applicationSupportIgnoresARelativeDirectory) {
+TEST(Paths, applicationSupportDirectoryIgnoresARelativePath) {
     setenv("HOME", "/home/someone", 1);
     setenv("XDG_CONFIG_HOME", "/etc/x", 1);
     EXPECT_EQ(applicationSupportDirectory(), "/etc/x");
@@ -43,15 +43,10 @@ TEST(Paths, applicationSupportIgnoresARelativeDirectory) {
     EXPECT_EQ(applicationSupportDirectory(), "/home/someone/.config");
 }
 
-TEST(ExecutablePath, namesTheFileThatRuns) {
-    const std::string path = executablePath();
-    EXPECT_TRUE(path.starts_with('/')) << path;
-    EXPECT_TRUE(std::filesystem::equivalent(path, "/proc/self/exe"));
-}
-
-TEST(ExecutablePath, namesTheImageThatTheFileIsIn) {
+TEST(Paths, executablePathIsTheRunningFileOrItsAppImage) {
     const std::string file = executablePath();
-    const std::string directory = std::filesystem::path(file).parent_path().string();
+    EXPECT_TRUE(file.starts_with('/') && std::filesystem::equivalent(file, "/proc/self/exe")) << file;
+    const std::string directory(parentPath(file));
     struct Case {
         std::string image, mount, expected;
     };
