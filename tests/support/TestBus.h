@@ -1,6 +1,8 @@
 #pragma once
 
-#include <gio/gio.h>
+#include "platform/desktop/GLibHandles.h"
+
+#include <sys/types.h>
 
 #include <memory>
 #include <string>
@@ -8,7 +10,7 @@
 
 namespace kavendra {
 
-/// A session bus of the test's own, to which the process's environment points while this lives.
+/// A private session bus; the environment of the process points to it during its lifetime.
 class TestBus {
 public:
     TestBus();
@@ -16,18 +18,20 @@ public:
     TestBus(const TestBus&) = delete;
     TestBus& operator=(const TestBus&) = delete;
 
-    std::string address() const;
+    /// Returns a new connection.
+    GObjectHandle<GDBusConnection> connect() const;
 
-    /// Stops the bus as SIGSTOP does: connections are accepted, and nothing is answered while this lives.
+    /// Stops the bus by SIGSTOP: it accepts connections and answers nothing from then on.
     void stop();
 
 private:
-    struct Daemon;
-    std::unique_ptr<Daemon> daemon;
+    GObjectHandle<GTestDBus> m_bus;
+    std::string m_addressBefore;
+    pid_t m_process = 0;
 };
 
-/// A service on that bus that keeps what it is asked. It lives on a thread and a connection of its own,
-/// because the test itself waits for its answers. Values are in GVariant's text format.
+/// A service on that bus that records calls. It has its own thread and connection, because the test waits for
+/// its answers. Values are in GVariant's text format.
 class TestService {
 public:
     struct Description {
@@ -49,14 +53,14 @@ public:
 
     /// Returns the parameters of every call.
     std::vector<std::string> calls() const;
-    /// What an obliging service answers from now on.
+    /// Sets the answer of an obliging service.
     void setAnswer(const std::string& answer);
-    /// Sends a signal of the interface to everybody.
+    /// Broadcasts a signal of the interface.
     void sendSignal(const char* name, const std::string& parameters);
 
 private:
     struct State;
-    std::unique_ptr<State> state;
+    std::unique_ptr<State> m_state;
 };
 
 } // namespace kavendra

@@ -38,12 +38,12 @@ constexpr TestService::Description settingsPortal{
   </interface>
 </node>)"};
 
-/// What the portal answers: a value in a variant in a variant (the deprecated Read, which every portal has).
+/// Returns the answer of Read: a value in two variants.
 std::string scheme(int number) {
     return "(<<uint32 " + std::to_string(number) + ">>,)";
 }
 
-/// Tells everybody that a setting has another value.
+/// Changes a setting and sends the signal.
 void change(TestService& portal, const std::string& key, int number) {
     if (key == "color-scheme")
         portal.setAnswer(scheme(number));
@@ -51,7 +51,7 @@ void change(TestService& portal, const std::string& key, int number) {
                                             std::to_string(number) + ">)");
 }
 
-/// Lets events happen for at most five seconds, until the condition holds; returns whether it does.
+/// Runs the main context until the condition holds, for at most five seconds; returns whether it holds.
 bool eventuallyInLoop(const std::function<bool()>& condition) {
     const auto deadline = Clock::now() + 5s;
     while (!condition() && Clock::now() < deadline)
@@ -61,7 +61,7 @@ bool eventuallyInLoop(const std::function<bool()>& condition) {
 
 } // namespace
 
-TEST(ColorSchemePortal, readsWhatThePersonPrefers) {
+TEST(ColorSchemePortal, readsThePreference) {
     struct Case {
         std::string answer;
         Manner manner;
@@ -83,7 +83,7 @@ TEST(ColorSchemePortal, readsWhatThePersonPrefers) {
     }
 }
 
-TEST(ColorSchemePortal, aPortalThatHangsDoesNotHoldTheWindowUp) {
+TEST(ColorSchemePortal, doesNotWaitForAHangingPortal) {
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::hanging);
     const auto begin = Clock::now();
@@ -94,7 +94,8 @@ TEST(ColorSchemePortal, aPortalThatHangsDoesNotHoldTheWindowUp) {
     EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferred() == Appearance::dark; }));
 }
 
-TEST(ColorSchemePortal, aPortalThatStartsLaterIsListenedTo) {
+TEST(ColorSchemePortal, followsAPortalThatStartsLater) {
+    EXPECT_EQ(ColorSchemePortal([] {}).preferred(), Appearance::system) << "without a bus";
     const TestBus bus;
     int changes = 0;
     const ColorSchemePortal portal([&changes] { ++changes; });
@@ -104,25 +105,20 @@ TEST(ColorSchemePortal, aPortalThatStartsLaterIsListenedTo) {
     EXPECT_EQ(changes, 1);
 }
 
-TEST(ColorSchemePortal, doesWithoutABus) {
-    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-    EXPECT_EQ(ColorSchemePortal([] {}).preferred(), Appearance::system);
-}
-
-TEST(ColorSchemePortal, anAnswerThatComesTooLateTouchesNothing) {
+TEST(ColorSchemePortal, ignoresAnswersAfterItsDestruction) {
     const TestBus bus;
     const TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int changes = 0;
     auto portal = std::make_unique<ColorSchemePortal>([&changes] { ++changes; });
     ASSERT_TRUE(eventuallyInLoop([&] { return service.calls().size() == 2; }));
-    g_usleep(50000); // the answer is there, but nobody has been told
+    g_usleep(50000); // the answer has arrived but has not been dispatched
     portal.reset();
     const auto deadline = Clock::now() + 100ms;
     eventuallyInLoop([&] { return Clock::now() > deadline; });
     EXPECT_EQ(changes, 0);
 }
 
-TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSystem) {
+TEST(ColorSchemePortal, setsThePaletteWhileTheAppearanceIsSystem) {
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int argumentCount = 0;
@@ -137,7 +133,7 @@ TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSyst
     desktop.setAppearance(Appearance::system);
     EXPECT_TRUE(isDark());
     change(service, "color-scheme", 2);
-    // Qt's own event loop, which is what delivers it in the program.
+    // In Qt's event loop, as in the program.
     EXPECT_TRUE(QTest::qWaitFor([&] { return !isDark(); }));
     change(service, "color-scheme", 1);
     EXPECT_TRUE(QTest::qWaitFor(isDark));
@@ -148,9 +144,9 @@ TEST(ColorSchemePortal, theApplicationFollowsItWhileTheAppearanceIsThatOfTheSyst
     change(service, "color-scheme", 1);
     change(service, "contrast", 1);
     QTest::qWait(100);
-    EXPECT_FALSE(isDark()) << "a choice of one's own stands above the desktop's";
+    EXPECT_FALSE(isDark()) << "the appearance of the settings has precedence";
     desktop.setAppearance(Appearance::system);
-    EXPECT_TRUE(isDark()) << "what was said meanwhile counts";
+    EXPECT_TRUE(isDark()) << "a change in the meantime counts";
 }
 
 } // namespace kavendra

@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
+TEST(MacDesktop, runsOpen) {
     const TemporaryDirectory directory;
     std::filesystem::create_directories(directory.path("Safari.APP"));
     std::filesystem::create_directories(directory.path("folder"));
@@ -35,7 +35,7 @@ TEST(MacDesktop, runsTheCommandLinesOfTheOpenTool) {
               }));
 }
 
-TEST(MacDesktop, registersALaunchAgent) {
+TEST(MacDesktop, launchAtLoginWritesALaunchAgent) {
     const TemporaryDirectory home;
     setenv("HOME", home.path().c_str(), 1);
     RecordingProcesses processes;
@@ -52,29 +52,26 @@ TEST(MacDesktop, registersALaunchAgent) {
               StartupRegistrationStatus::notFound);
 }
 
-TEST(MacDesktop, passesOnThatTheToolFailedOrIsMissing) {
+TEST(MacDesktop, reportsThatTheToolFailedOrIsMissing) {
     const TemporaryDirectory directory;
-    for (const Result<ProgramOutcome>& result : {Result<ProgramOutcome>(ProgramOutcome{}),
-                                                 Result<ProgramOutcome>(std::unexpected(Error{"missing"}))}) {
-        RecordingProcesses processes;
-        processes.runResult = result;
-        MacDesktop desktop(processes);
-        EXPECT_FALSE(desktop.openURL("https://example.org/"));
-        EXPECT_FALSE(desktop.openFile("/a"));
-        EXPECT_FALSE(desktop.showDirectory(directory.path()));
-        EXPECT_FALSE(desktop.openURLWithApplication("https://example.org/", "/A.app"));
-    }
-}
-
-TEST(MacDesktop, givesTheToolsWordsAboutATerminal) {
     RecordingProcesses processes;
     MacDesktop desktop(processes);
-    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "no Terminal"};
-    EXPECT_EQ(desktop.openTerminal("/a")->standardError, "no Terminal");
+    const auto reasonOf = [](const auto& result) {
+        return result ? "no failure" : result.error().description;
+    };
+    for (const Result<ProgramOutcome>& result :
+         {Result<ProgramOutcome>(ProgramOutcome{.succeeded = false, .standardError = "reason"}),
+          Result<ProgramOutcome>(std::unexpected(Error{"reason"}))}) {
+        processes.runResult = result;
+        EXPECT_EQ(reasonOf(desktop.openURL("https://example.org/")), "reason");
+        EXPECT_EQ(reasonOf(desktop.openFile("/a")), "reason");
+        EXPECT_EQ(reasonOf(desktop.showDirectory(directory.path())), "reason");
+        EXPECT_EQ(reasonOf(desktop.openURLWithApplication("https://example.org/", "/A.app")), "reason");
+        const auto terminal = desktop.openTerminal("/a");
+        EXPECT_EQ(terminal ? terminal->standardError : terminal.error().description, "reason");
+    }
     processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "\xFF"};
-    EXPECT_EQ(desktop.openTerminal("/a")->standardError, "/usr/bin/open");
-    processes.runResult = std::unexpected(Error{"missing"});
-    EXPECT_FALSE(desktop.openTerminal("/a"));
+    EXPECT_EQ(desktop.openTerminal("/a")->standardError, "/usr/bin/open") << "standard error is not UTF-8";
 }
 
 } // namespace kavendra

@@ -22,7 +22,7 @@ constexpr const char* interface = "org.freedesktop.Application";
 
 using Manner = TestService::Manner;
 
-/// Another kavendra that runs already.
+/// Another process that owns the name.
 constexpr TestService::Description otherInstance{.name = name, .path = path, .interface = R"(
 <node>
   <interface name='org.freedesktop.Application'>
@@ -30,23 +30,18 @@ constexpr TestService::Description otherInstance{.name = name, .path = path, .in
   </interface>
 </node>)"};
 
-/// Somebody else on the bus who calls methods of the instance.
+/// Another process that calls methods of the instance.
 class Caller {
 public:
-    explicit Caller(const TestBus& bus)
-        : connection(g_dbus_connection_new_for_address_sync(
-              bus.address().c_str(),
-              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                                G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-              nullptr, nullptr, nullptr)) {}
+    explicit Caller(const TestBus& bus) : m_connection(bus.connect()) {}
 
-    /// Returns whether the method succeeded. `parameters` in GVariant's text format.
+    /// Returns whether the method succeeded. `parameters` are in GVariant's text format.
     bool call(const char* method, const char* parameters) {
         struct Outcome {
-            bool isThere = false, succeeded = false;
+            bool isDone = false, succeeded = false;
         } outcome;
         g_dbus_connection_call(
-            connection.get(), name, path, interface, method,
+            m_connection.get(), name, path, interface, method,
             g_variant_parse(nullptr, parameters, nullptr, nullptr, nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE,
             5000, nullptr,
             [](GObject* source, GAsyncResult* result, gpointer outcome) {
@@ -55,18 +50,18 @@ public:
                 *static_cast<Outcome*>(outcome) = {true, reply != nullptr};
             },
             &outcome);
-        while (!outcome.isThere)
+        while (!outcome.isDone)
             g_main_context_iteration(nullptr, TRUE);
         return outcome.succeeded;
     }
 
 private:
-    GObjectHandle<GDBusConnection> connection;
+    GObjectHandle<GDBusConnection> m_connection;
 };
 
 } // namespace
 
-TEST(RunningInstance, aSecondStartHandsItsTokenOverAndIsDone) {
+TEST(RunningInstance, secondProcessPassesItsTokenAndEnds) {
     const TestBus bus;
     const TestService other(bus, otherInstance, Manner::obliging);
     unsetenv("DESKTOP_STARTUP_ID");
@@ -80,16 +75,16 @@ TEST(RunningInstance, aSecondStartHandsItsTokenOverAndIsDone) {
                                                  "'desktop-startup-id': <'a/startup_TIME1'>},)"}));
 }
 
-TEST(RunningInstance, aFirstInstanceThatHangsDoesNotMakeTheSecondHang) {
+TEST(RunningInstance, secondProcessDoesNotWaitForAHangingOwner) {
     const TestBus bus;
     const TestService other(bus, otherInstance, Manner::hanging);
     const auto begin = Clock::now();
     EXPECT_FALSE(becomeRunningInstance());
     EXPECT_LT(Clock::now() - begin, 2s);
-    EXPECT_EQ(other.calls().size(), 1U) << "it does it when it can";
+    EXPECT_EQ(other.calls().size(), 1U) << "it is activated when it answers again";
 }
 
-TEST(RunningInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
+TEST(RunningInstance, givesUpABusThatDoesNotAnswer) {
     for (const bool isConnected : {false, true}) {
         TestBus bus;
         const auto connection = isConnected ? sessionBus() : nullptr;
@@ -100,13 +95,13 @@ TEST(RunningInstance, goesOnAloneAfterASecondWhenTheBusIsStopped) {
         EXPECT_LT(Clock::now() - begin, 1500ms);
         begin = Clock::now();
         instance.reset();
-        EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:") << "Qt would wait, too";
+        EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:") << "Qt must not wait either";
         EXPECT_TRUE(isConnected || !sessionBus());
-        EXPECT_LT(Clock::now() - begin, 500ms) << "nobody waits a second time";
+        EXPECT_LT(Clock::now() - begin, 500ms) << "only the first call waits";
     }
 }
 
-TEST(RunningInstance, startsWhereNobodyCanBeAsked) {
+TEST(RunningInstance, startsWithoutABusOrAnOwnerThatAccepts) {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     EXPECT_TRUE(becomeRunningInstance());
     const TestBus bus;
@@ -117,10 +112,10 @@ TEST(RunningInstance, startsWhereNobodyCanBeAsked) {
     }
     setenv("QT_NO_GLIB", "1", 1);
     EXPECT_TRUE(becomeRunningInstance());
-    EXPECT_FALSE(Caller(bus).call("Activate", "(@a{sv} {},)")) << "nobody would ever answer";
+    EXPECT_FALSE(Caller(bus).call("Activate", "(@a{sv} {},)")) << "no call would be answered";
 }
 
-TEST(RunningInstance, theFirstIsActivatedUntilItEnds) {
+TEST(RunningInstance, firstProcessIsActivatedUntilItEnds) {
     const TestBus bus;
     Caller caller(bus);
     std::vector<std::string> tokens;
