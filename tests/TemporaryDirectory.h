@@ -10,22 +10,22 @@
 
 namespace kavendra {
 
-/// A directory of the test's own, removed with everything in it.
+/// A temporary directory, removed with its content.
 class TemporaryDirectory {
 public:
     TemporaryDirectory() {
         std::string pattern = (std::filesystem::temp_directory_path() / "kavendra-test-XXXXXX").string();
-        directory = mkdtemp(pattern.data());
+        m_path = mkdtemp(pattern.data());
     }
     ~TemporaryDirectory() {
         std::error_code ignored;
-        std::filesystem::remove_all(directory, ignored);
+        std::filesystem::remove_all(m_path, ignored);
     }
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-    const std::string& path() const { return directory; }
-    std::string path(std::string_view name) const { return directory + "/" + std::string(name); }
+    const std::string& path() const { return m_path; }
+    std::string path(std::string_view name) const { return m_path + "/" + std::string(name); }
 
     /// Writes a file into the directory and returns its path.
     std::string write(std::string_view name, std::string_view content) const {
@@ -33,14 +33,14 @@ public:
         return path(name);
     }
 
-    /// Returns what a file of the directory holds.
+    /// Returns the content of a file in the directory.
     std::string read(std::string_view name) const {
         std::ifstream file(path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
 private:
-    std::string directory;
+    std::string m_path;
 };
 
 } // namespace kavendra

@@ -10,25 +10,25 @@
 #include <fstream>
 #include <string>
 
-/// Real limits of the system, put on this process for as long as the object lives.
+/// Limits of the system that apply to this process during the lifetime of an object.
 namespace kavendra {
 
-/// No file may become longer than this.
+/// Limits the size of files.
 class ScopedFileSizeLimit {
 public:
-    explicit ScopedFileSizeLimit(rlim_t bytes) : previousHandler(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &previous);
-        const rlimit limit{bytes, previous.rlim_max};
+    explicit ScopedFileSizeLimit(rlim_t bytes) : m_handlerBefore(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     ~ScopedFileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &previous);
-        std::signal(SIGXFSZ, previousHandler);
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        std::signal(SIGXFSZ, m_handlerBefore);
     }
 
 private:
-    void (*previousHandler)(int);
-    rlimit previous{};
+    void (*m_handlerBefore)(int);
+    rlimit m_before{};
 };
 
 /// The process may take no more than `room` bytes of address space besides what it has. The sanitizers end
@@ -38,50 +38,51 @@ public:
     explicit ScopedMemoryLimit(std::size_t room) {
         std::size_t pages = 0;
         std::ifstream("/proc/self/statm") >> pages;
-        getrlimit(RLIMIT_AS, &previous);
-        const rlimit limit{pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + room, previous.rlim_max};
+        getrlimit(RLIMIT_AS, &m_before);
+        const rlimit limit{pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) + room, m_before.rlim_max};
         setrlimit(RLIMIT_AS, &limit);
     }
-    ~ScopedMemoryLimit() { setrlimit(RLIMIT_AS, &previous); }
+    ~ScopedMemoryLimit() { setrlimit(RLIMIT_AS, &m_before); }
 
 private:
-    rlimit previous{};
+    rlimit m_before{};
 };
 
-/// Root may do everything, so permissions are tried as the user "nobody".
+/// Makes root the user "nobody", because permissions do not apply to root.
 class ScopedOrdinaryUser {
 public:
-    ScopedOrdinaryUser() : wasRoot(geteuid() == 0 && seteuid(nobody) == 0) {}
+    ScopedOrdinaryUser() : m_wasRoot(geteuid() == 0 && seteuid(nobody) == 0) {}
     /// Makes `directory` the user's own.
     explicit ScopedOrdinaryUser(const std::string& directory)
-        : wasRoot(geteuid() == 0 && chown(directory.c_str(), nobody, nobody) == 0 && seteuid(nobody) == 0) {}
+        : m_wasRoot(geteuid() == 0 && chown(directory.c_str(), nobody, nobody) == 0 && seteuid(nobody) == 0) {
+    }
     ~ScopedOrdinaryUser() {
-        if (wasRoot && seteuid(0) != 0)
+        if (m_wasRoot && seteuid(0) != 0)
             std::abort();
     }
 
 private:
     static constexpr uid_t nobody = 65534;
-    bool wasRoot;
+    bool m_wasRoot;
 };
 
-/// Something mounted on a path, with the arguments of mount(2); needs root.
+/// A mount, by the arguments of mount(2). Needs root; check isMounted().
 class ScopedMount {
 public:
     ScopedMount(const std::string& source, std::string path, const char* type, unsigned long flags = 0,
                 const char* options = nullptr)
-        : path(std::move(path)),
-          mounted(mount(source.c_str(), this->path.c_str(), type, flags, options) == 0) {}
+        : m_path(std::move(path)),
+          m_isMounted(mount(source.c_str(), m_path.c_str(), type, flags, options) == 0) {}
     ~ScopedMount() {
-        if (mounted)
-            umount(path.c_str());
+        if (m_isMounted)
+            umount(m_path.c_str());
     }
 
-    bool isMounted() const { return mounted; }
+    bool isMounted() const { return m_isMounted; }
 
 private:
-    std::string path;
-    bool mounted;
+    std::string m_path;
+    bool m_isMounted;
 };
 
 } // namespace kavendra

@@ -10,7 +10,7 @@
 namespace kavendra {
 
 int sessionOfProcess(const std::string& text) {
-    // The second field is the program's name in parentheses, and may hold anything.
+    // The second field is the program's name in parentheses, which may contain any character.
     std::istringstream fields(text.substr(text.rfind(')') + 1));
     char state = '?';
     int parent = 0, processGroup = 0, session = 0;

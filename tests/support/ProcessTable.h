@@ -3,20 +3,20 @@
 #include <functional>
 #include <string>
 
-/// What /proc knows about processes (proc(5)).
+/// Information about processes from /proc (proc(5)).
 namespace kavendra {
 
-/// The session of a process, by the text of its /proc/PID/stat file.
+/// Returns the session of a process from the text of its /proc/PID/stat file.
 int sessionOfProcess(const std::string& text);
 
-/// Whether a process blocks and ignores no signal, by the text of its /proc/PID/status file. The C library's
-/// own signals, behind the standard ones, do not count.
+/// Whether a process blocks and ignores no standard signal, from the text of its /proc/PID/status file. The C
+/// library uses the signals after the standard ones itself.
 bool handlesSignalsByDefault(const std::string& text);
 
-/// Whether a child of this process has ended and nobody has taken its status.
+/// Whether a child of this process has ended and was not reaped.
 bool hasZombieChild();
 
-/// Asks every few milliseconds, for at most five seconds, until the answer is yes; returns the last answer.
+/// Waits until the condition holds, for at most five seconds; returns whether it holds.
 bool eventually(const std::function<bool()>& condition);
 
 } // namespace kavendra

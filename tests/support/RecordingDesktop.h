@@ -11,18 +11,18 @@ namespace kavendra {
 /// Opens nothing: records each call as text; calls succeed while `accepts` is true.
 class RecordingDesktop : public Desktop {
 public:
-    Result<void> openURL(const std::string& url) override { return answer("openURL " + url); }
-    Result<void> openFile(const std::string& path) override { return answer("openFile " + path); }
+    Result<void> openURL(const std::string& url) override { return record("openURL " + url); }
+    Result<void> openFile(const std::string& path) override { return record("openFile " + path); }
     bool isApplication(const std::string& path) override { return applications.contains(path); }
     Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override {
-        return answer("openURLWithApplication " + url + " " + applicationPath);
+        return record("openURLWithApplication " + url + " " + applicationPath);
     }
-    Result<void> showDirectory(const std::string& path) override { return answer("showDirectory " + path); }
+    Result<void> showDirectory(const std::string& path) override { return record("showDirectory " + path); }
     Result<ProgramOutcome> openTerminal(const std::string& directory) override {
-        answer("openTerminal " + directory);
+        record("openTerminal " + directory);
         return terminalResult;
     }
-    void copyText(const std::string& text) override { answer("copyText " + text); }
+    void copyText(const std::string& text) override { record("copyText " + text); }
     void setAppearance(Appearance appearance) override { appearances.push_back(appearance); }
     StartupRegistrationStatus launchAtLoginStatus() override { return startupStatus; }
     Result<void> enableLaunchAtLogin() override { return changeLaunchAtLogin("enableLaunchAtLogin"); }
@@ -38,7 +38,7 @@ public:
     Result<void> startupResult;
 
 private:
-    Result<void> answer(std::string call) {
+    Result<void> record(std::string call) {
         calls.push_back(std::move(call));
         return accepts ? Result<void>() : std::unexpected(Error{"refused"});
     }

@@ -7,17 +7,17 @@
 
 namespace kavendra {
 
-/// Starts nothing: keeps each command line as one text, arguments separated by "|", behind "start " or
-/// "run ". A working directory stands in front of it with a colon.
+/// Starts nothing: records each call as text, "start /program|argument|argument" or "run ...". A working
+/// directory and a colon precede the program.
 class RecordingProcesses : public Processes {
 public:
-    explicit RecordingProcesses(std::vector<std::string> ofPrograms = {})
-        : Processes(std::move(ofPrograms)) {}
+    explicit RecordingProcesses(std::vector<std::string> environment = {})
+        : Processes(std::move(environment)) {}
 
     Result<void> start(const std::string& executable, const std::vector<std::string>& arguments,
                        const std::string& workingDirectory = {}) override {
-        const std::string place = workingDirectory.empty() ? "" : workingDirectory + ": ";
-        calls.push_back("start " + place + commandLine(executable, arguments));
+        const std::string prefix = workingDirectory.empty() ? "" : workingDirectory + ": ";
+        calls.push_back("start " + prefix + commandLine(executable, arguments));
         return startResult;
     }
 

@@ -5,11 +5,10 @@
 #include <fstream>
 #include <string>
 
-/// What a piece of work costs this process.
+/// Measures the resources that this process uses for a piece of work.
 namespace kavendra {
 
-/// The resident memory of this process in bytes, by the name of a line of /proc/self/status; 0 where there is
-/// none.
+/// Returns the memory in a line of /proc/self/status ("VmRSS", "VmHWM") in bytes, 0 if there is no such line.
 inline std::size_t residentMemory(const std::string& line) {
     std::ifstream status("/proc/self/status");
     std::string word;
@@ -23,13 +22,13 @@ inline std::size_t residentMemory(const std::string& line) {
 }
 
 struct ResourceUse {
-    double seconds = 0;     ///< of the processor: how busy the machine is does not count
-    std::size_t memory = 0; ///< the peak above what was resident before
+    double seconds = 0;     ///< processor time
+    std::size_t memory = 0; ///< peak of resident memory, minus that before
 };
 
 template <typename Work>
 ResourceUse measureResources(Work&& work) {
-    std::ofstream("/proc/self/clear_refs") << "5"; // the peak starts again from here
+    std::ofstream("/proc/self/clear_refs") << "5"; // resets the peak
     const std::size_t before = residentMemory("VmRSS");
     const std::clock_t begin = std::clock();
     work();

@@ -8,32 +8,30 @@
 
 namespace kavendra {
 
-/// A desktop of the test's own (see make-test-desktop.sh): its applications record what they are asked.
-/// GIO reads its surroundings once, so one of these must be made before the first call of GIO and live as
-/// long as the process.
+/// A desktop for tests (see make-test-desktop.sh) whose applications record their command lines. GIO reads
+/// its environment once, so create one before the first call of GIO and keep it as long as the process.
 class TestDesktop {
 public:
-    /// Makes the desktop and points this process's environment at it.
+    /// Creates the desktop and changes the environment of this process to use it.
     TestDesktop();
 
-    /// Returns the lines that applications have recorded since the last forgetRecords, waiting up to five
-    /// seconds for the first.
+    /// Returns the record of all applications since the last forgetRecords; waits for the first line for at
+    /// most five seconds.
     std::string waitForRecord() const;
-    /// Returns what has been recorded by now.
-    std::string record() const { return directory.read("record"); }
+    /// Returns the record without waiting.
+    std::string record() const { return m_directory.read("record"); }
     void forgetRecords() const;
 
-    /// What the application that recorded last was started with.
+    /// The environment of the last application.
     std::vector<std::string> environmentOfApplication() const;
-    /// The session that it was in.
     int sessionOfApplication() const;
     bool applicationHandlesSignalsByDefault() const;
 
-    std::string path(std::string_view name) const { return directory.path(name); }
+    std::string path(std::string_view name) const { return m_directory.path(name); }
     std::string applicationPath(std::string_view id) const;
 
 private:
-    TemporaryDirectory directory;
+    TemporaryDirectory m_directory;
 };
 
 } // namespace kavendra

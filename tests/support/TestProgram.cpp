@@ -44,7 +44,7 @@ void prepareTests(int& argumentCount, char* arguments[]) {
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
     testing::InitGoogleTest(&argumentCount, arguments);
-    testing::UnitTest::GetInstance()->listeners().Append(new EnvironmentRestorer); // who owns it
+    testing::UnitTest::GetInstance()->listeners().Append(new EnvironmentRestorer); // takes ownership
 }
 
 } // namespace kavendra

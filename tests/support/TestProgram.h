@@ -2,9 +2,9 @@
 
 namespace kavendra {
 
-/// Prepares a program of tests so that it passes when run directly and in any order: a fixed locale, Qt
-/// without a display, no session bus of the user, and each test's changes of the environment undone behind
-/// it. To be called before anything else; takes the options of GoogleTest.
+/// Prepares a test program to pass when run directly and in any order: sets a fixed locale, Qt's offscreen
+/// platform and no session bus, and restores the environment after each test. Call it first in main; it reads
+/// GoogleTest's options.
 void prepareTests(int& argumentCount, char* arguments[]);
 
 } // namespace kavendra

@@ -8,11 +8,11 @@
 
 namespace kavendra {
 
-/// The parts of a workbook by their entry names; a test changes those that it is about.
+/// The parts of a workbook by entry name; tests change some of them.
 using WorkbookParts = std::map<std::string, std::string>;
 
-/// The parts of a workbook with these worksheets, each given by what stands inside its sheetData, and with a
-/// string table unless `sharedStrings` (what stands inside its sst) is empty.
+/// Returns the parts of a workbook with these worksheets, each given by the content of its sheetData element.
+/// `sharedStrings` is the content of the sst element; there is no string table if it is empty.
 inline WorkbookParts workbookParts(const std::vector<std::string>& sheets,
                                    const std::string& sharedStrings = {}) {
     const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
@@ -47,7 +47,7 @@ inline std::vector<ZipEntry> zipEntries(const WorkbookParts& parts) {
     return entries;
 }
 
-/// A row of inline texts, the first in column A.
+/// Returns a row of inline strings from column A.
 inline std::string inlineRow(const std::vector<std::string>& texts) {
     std::string row = "<row>";
     char column = 'A';

@@ -20,7 +20,8 @@ void append(std::string& bytes, Number number) {
         bytes += static_cast<char>(number >> (8 * byte));
 }
 
-/// Returns the text as deflate blocks that end at a byte; only with Z_FINISH the last of them ends the data.
+/// Returns the text as deflate blocks that end at a byte boundary; with Z_FINISH the last block ends the
+/// stream.
 std::string deflateBlocks(const std::string& text, int flush) {
     z_stream stream{};
     if (deflateInit2(&stream, 6, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK)
@@ -43,7 +44,7 @@ std::string packed(const ZipEntry& entry) {
     return entry.isStored ? entry.content : deflateBlocks(entry.content, Z_FINISH);
 }
 
-/// What stands in both headers of an entry.
+/// Returns the fields that both headers of an entry have.
 std::string commonFields(const ZipEntry& entry, std::size_t packedSize) {
     std::string bytes;
     append(bytes, std::uint16_t{20}); // version needed to extract
@@ -73,7 +74,7 @@ std::string listedEntry(const ZipEntry& entry, std::size_t packedSize, std::size
     return bytes + entry.name;
 }
 
-/// The records of the zip64 extension that hold the number of entries.
+/// Returns the records of the zip64 extension with the number of entries.
 std::string zip64EndRecords(std::size_t count, std::size_t listSize, std::size_t listOffset) {
     std::string bytes = "PK\6\6";
     append(bytes, std::uint64_t{44}); // the rest of this record

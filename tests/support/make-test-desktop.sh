@@ -1,9 +1,9 @@
 #!/bin/sh
-# make-test-desktop.sh DIRECTORY: makes a desktop that is a test's own in an existing directory.
+# make-test-desktop.sh DIRECTORY: creates a desktop for tests in an existing directory.
 #
-# Its applications start nothing: each appends one line to DIRECTORY/record, its name and its arguments with
-# tabs between them, and leaves what /proc says of it (proc(5)) beside that, in record.environ, record.stat and
-# record.status. The variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
+# Its applications only record their start: each appends a line to DIRECTORY/record, its name and its arguments
+# separated by tabs, and copies its files in /proc (proc(5)) to record.environ, record.stat and record.status.
+# DIRECTORY/environment has the variables that make GIO use this desktop, without a session bus:
 #
 #     while read -r variable; do export "$variable"; done < DIRECTORY/environment
 set -eu
@@ -17,7 +17,7 @@ ln -sfn /usr/share/mime "$directory/data/mime"
 cat > "$directory/bin/record" <<'END'
 #!/bin/sh
 record=${0%/*}/../record
-# In the shell's own words, because it blocks signals while it starts another program.
+# By shell built-ins, because the shell blocks signals while it starts another program.
 copy() {
     while IFS= read -r line; do
         printf '%s\n' "$line"
