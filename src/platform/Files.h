@@ -24,8 +24,8 @@ bool isExecutableFile(const std::string& path);
 /// unknown.
 std::string absolutePath(const std::string& path);
 
-/// Opens a regular file of at most `maximumSize` bytes for reading. Fails without reading for other types
-/// (a directory, a pipe, a device) and for a larger file (EFBIG).
+/// Opens a regular file of at most `maximumSize` bytes for reading. Fails without reading for other types (a
+/// directory, a pipe, a device) and for a larger file (EFBIG).
 Result<FileDescriptor> openRegularFile(const std::string& path, std::size_t maximumSize);
 
 /// Reads a whole file. Same errors as openRegularFile.

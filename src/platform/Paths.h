@@ -17,8 +17,8 @@ std::string_view lastPathComponent(std::string_view path);
 /// Returns `path` without its last component, "/" for a path directly below the root, "." for a bare name.
 std::string_view parentPath(std::string_view path);
 
-/// Returns the extension of the last component, without the dot, in ASCII lower case: "csv" for "a/B.CSV".
-/// A dot at the beginning of the name (".csv") begins no extension.
+/// Returns the extension of the last component, without the dot, in ASCII lower case: "csv" for "a/B.CSV". A
+/// dot at the beginning of the name (".csv") begins no extension.
 std::string lowercasedExtension(std::string_view path);
 
 /// Returns `directory` + "/" + `name`; the name alone when the directory is empty.
@@ -37,9 +37,9 @@ std::string homeDirectory();
 /// Returns the directory for temporary files: $TMPDIR, else "/tmp".
 std::string temporaryDirectory();
 
-/// Returns the per-user directory below which applications keep their configuration.
-/// On freedesktop systems $XDG_CONFIG_HOME, else ~/.config (XDG Base Directory Specification); on macOS
-/// ~/Library/Application Support.
+/// Returns the per-user directory below which applications keep their configuration. On freedesktop systems
+/// $XDG_CONFIG_HOME, else ~/.config (XDG Base Directory Specification); on macOS ~/Library/Application
+/// Support.
 std::string applicationSupportDirectory();
 
 /// Returns the absolute path that starts this program again: the running file, or the AppImage it was started

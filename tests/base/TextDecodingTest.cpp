@@ -10,7 +10,7 @@ namespace kavendra {
 
 using namespace std::string_view_literals;
 
-TEST(DecodeText, TakesTheFirstEncodingInWhichAllBytesAreValid) {
+TEST(DecodeText, usesTheFirstEncodingInWhichAllBytesAreValid) {
     struct Case {
         const char* name;
         std::string_view bytes;
@@ -20,9 +20,9 @@ TEST(DecodeText, TakesTheFirstEncodingInWhichAllBytesAreValid) {
         {"empty", "", ""},
         {"ASCII with NUL", "a\0b\x7F\x1A"sv, "a\0b\x7F\x1A"sv},
         {"UTF-8", "caf\xC3\xA9 あ", "café あ"},
-        {"UTF-8 mark", "\xEF\xBB\xBFTitle", "Title"},
-        {"UTF-8 mark alone", "\xEF\xBB\xBF", ""},
-        {"only the first mark is dropped", "\xEF\xBB\xBF\xEF\xBB\xBF!", "\xEF\xBB\xBF!"},
+        {"UTF-8 BOM", "\xEF\xBB\xBFTitle", "Title"},
+        {"UTF-8 BOM alone", "\xEF\xBB\xBF", ""},
+        {"only the first BOM is dropped", "\xEF\xBB\xBF\xEF\xBB\xBF!", "\xEF\xBB\xBF!"},
         {"valid UTF-8 that is also Shift JIS", "\xE3\x81\x82", "あ"},
         {"Shift JIS", "\x83\x65\x83\x58\x83\x67,\x93\xFA\x96\x7B", "テスト,日本"},
         {"Shift JIS, second byte 0x5C", "\x95\x5C C:\\x~", "表 C:\\x~"},
@@ -33,15 +33,15 @@ TEST(DecodeText, TakesTheFirstEncodingInWhichAllBytesAreValid) {
         {"EUC-JP, bytes that Shift JIS lacks", "\xB0\xFE\xC6\xFC", "蔭日"},
         {"EUC-JP, JIS X 0212", "\x8F\xB0\xA1\\ \xB0\xFE", "丂\\ 蔭"},
         {"0x85 is not EUC-JP", "\xB0\xFE\x85", std::nullopt},
-        {"UTF-16 mark, little-endian", "\xFF\xFET\0B0"sv, "Tあ"},
-        {"UTF-16 mark, big-endian", "\xFE\xFF\0T0B"sv, "Tあ"},
-        {"UTF-16 mark alone", "\xFF\xFE"sv, ""},
+        {"UTF-16 BOM, little-endian", "\xFF\xFET\0B0"sv, "Tあ"},
+        {"UTF-16 BOM, big-endian", "\xFE\xFF\0T0B"sv, "Tあ"},
+        {"UTF-16 BOM alone", "\xFF\xFE"sv, ""},
         {"UTF-16 surrogate pair", "\xFF\xFE\x3D\xD8\x00\xDE"sv, "😀"},
-        {"UTF-16 mark, odd length", "\xFF\xFET\0B"sv, std::nullopt},
-        {"UTF-16 mark, unpaired lead", "\xFF\xFE\x3D\xD8T\0"sv, std::nullopt},
-        {"UTF-16 mark, lead at the end", "\xFF\xFE\x3D\xD8"sv, std::nullopt},
-        {"UTF-16 mark, unpaired trail", "\xFE\xFF\xDE\0\0T"sv, std::nullopt},
-        {"UTF-16LE without mark", "\xFF\0,\0\xE9\0"sv, "ÿ,é"},
+        {"UTF-16 BOM, odd length", "\xFF\xFET\0B"sv, std::nullopt},
+        {"UTF-16 BOM, unpaired lead", "\xFF\xFE\x3D\xD8T\0"sv, std::nullopt},
+        {"UTF-16 BOM, lead at the end", "\xFF\xFE\x3D\xD8"sv, std::nullopt},
+        {"UTF-16 BOM, unpaired trail", "\xFE\xFF\xDE\0\0T"sv, std::nullopt},
+        {"UTF-16LE without BOM", "\xFF\0,\0\xE9\0"sv, "ÿ,é"},
         {"UTF-16BE, unpaired as little-endian", "\xFF\x21\0,\x00\xD8"sv, "Ａ,Ø"},
         {"UTF-16BE, no separator as little-endian", "\xFF\x21\0\n"sv, "Ａ\n"},
         {"Windows-1252 of even length", "Title,Command\nB\xFCro,xy\n", std::nullopt},
@@ -56,8 +56,8 @@ TEST(DecodeText, TakesTheFirstEncodingInWhichAllBytesAreValid) {
     }
 }
 
-TEST(DecodeText, KeepsCharactersWholeOverTheBlocksOfConversion) {
-    // Surrogate pairs at every place of a block of conversion, whatever its size.
+TEST(DecodeText, keepsSurrogatePairsThatPiecesOfTheConversionSplit) {
+    // Pairs at odd and even positions: one of the texts has a pair at the end of every piece.
     for (std::string expected : {"", "x"}) {
         std::string bytes = "\xFF\xFE" + expected + std::string(expected.size(), '\0');
         for (std::size_t i = 0; i < 50'000; ++i) {
@@ -70,13 +70,13 @@ TEST(DecodeText, KeepsCharactersWholeOverTheBlocksOfConversion) {
     }
 }
 
-TEST(DecodeText, ReturnsUTF8InTheSameMemory) {
+TEST(DecodeText, returnsUTF8InTheSameMemory) {
     ByteBuffer bytes{"plain"sv};
     const char* const before = bytes.data();
     EXPECT_EQ(decodeText(std::move(bytes))->data(), before);
 }
 
-TEST(IsValidUTF8, RefusesWhatIsNotStrictAtEveryPlaceOfABlock) {
+TEST(IsValidUTF8, isStrictAtEveryPositionOfABlock) {
     const std::string_view valid[] = {
         "é",           "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF",
         "\xEF\xBF\xBF"};

@@ -8,9 +8,9 @@ namespace kavendra {
 
 namespace {
 
-/// The colours of an appearance, as 0xRRGGBB. All text, also disabled text, has a contrast of at least 4.5 to
+/// The colors of an appearance, as 0xRRGGBB. All text, also disabled text, has a contrast of at least 4.5 to
 /// 1 against its background (WCAG 2.1, level AA).
-struct Colours {
+struct Colors {
     QRgb window, base, alternateBase, button, tooltip;
     QRgb text, placeholder, disabledText;
     QRgb accent, accentText, disabledHighlight;
@@ -18,7 +18,7 @@ struct Colours {
     QRgb light, midlight, mid, dark, shadow;
 };
 
-constexpr Colours lightColours{
+constexpr Colors lightColors{
     .window = 0xf3f3f4,
     .base = 0xffffff,
     .alternateBase = 0xf7f7f8,
@@ -39,7 +39,7 @@ constexpr Colours lightColours{
     .shadow = 0x6e6e73,
 };
 
-constexpr Colours darkColours{
+constexpr Colors darkColors{
     .window = 0x2a2a2d,
     .base = 0x1e1e20,
     .alternateBase = 0x242427,
@@ -60,52 +60,52 @@ constexpr Colours darkColours{
     .shadow = 0x0c0c0d,
 };
 
-QPalette paletteOf(const Colours& colours) {
+QPalette paletteOf(const Colors& colors) {
     QPalette palette;
-    const auto set = [&palette](QPalette::ColorRole role, QRgb colour) {
-        palette.setColor(QPalette::All, role, QColor::fromRgb(colour));
+    const auto set = [&palette](QPalette::ColorRole role, QRgb color) {
+        palette.setColor(QPalette::All, role, QColor::fromRgb(color));
     };
-    set(QPalette::Window, colours.window);
-    set(QPalette::Base, colours.base);
-    set(QPalette::AlternateBase, colours.alternateBase);
-    set(QPalette::Button, colours.button);
-    set(QPalette::ToolTipBase, colours.tooltip);
+    set(QPalette::Window, colors.window);
+    set(QPalette::Base, colors.base);
+    set(QPalette::AlternateBase, colors.alternateBase);
+    set(QPalette::Button, colors.button);
+    set(QPalette::ToolTipBase, colors.tooltip);
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        set(role, colours.text);
-    set(QPalette::PlaceholderText, colours.placeholder);
-    set(QPalette::BrightText, colours.accentText);
-    set(QPalette::Highlight, colours.accent);
-    set(QPalette::HighlightedText, colours.accentText);
-    set(QPalette::Link, colours.link);
-    set(QPalette::LinkVisited, colours.visitedLink);
-    set(QPalette::Light, colours.light);
-    set(QPalette::Midlight, colours.midlight);
-    set(QPalette::Mid, colours.mid);
-    set(QPalette::Dark, colours.dark);
-    set(QPalette::Shadow, colours.shadow);
+        set(role, colors.text);
+    set(QPalette::PlaceholderText, colors.placeholder);
+    set(QPalette::BrightText, colors.accentText);
+    set(QPalette::Highlight, colors.accent);
+    set(QPalette::HighlightedText, colors.accentText);
+    set(QPalette::Link, colors.link);
+    set(QPalette::LinkVisited, colors.visitedLink);
+    set(QPalette::Light, colors.light);
+    set(QPalette::Midlight, colors.midlight);
+    set(QPalette::Mid, colors.mid);
+    set(QPalette::Dark, colors.dark);
+    set(QPalette::Shadow, colors.shadow);
 
-    const auto setDisabled = [&palette](QPalette::ColorRole role, QRgb colour) {
-        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(colour));
+    const auto setDisabled = [&palette](QPalette::ColorRole role, QRgb color) {
+        palette.setColor(QPalette::Disabled, role, QColor::fromRgb(color));
     };
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
                                            QPalette::HighlightedText, QPalette::PlaceholderText})
-        setDisabled(role, colours.disabledText);
-    setDisabled(QPalette::Base, colours.window);
-    setDisabled(QPalette::Highlight, colours.disabledHighlight);
+        setDisabled(role, colors.disabledText);
+    setDisabled(QPalette::Base, colors.window);
+    setDisabled(QPalette::Highlight, colors.disabledHighlight);
     return palette;
 }
 
 QPalette paletteOf(Appearance appearance) {
     switch (appearance) {
     case Appearance::light:
-        return paletteOf(lightColours);
+        return paletteOf(lightColors);
     case Appearance::dark:
-        return paletteOf(darkColours);
+        return paletteOf(darkColors);
     case Appearance::system:
         break;
     }
-    return {}; // an empty palette: all colours come from the desktop and follow its changes
+    return {}; // an empty palette: all colors come from the desktop and follow its changes
 }
 
 bool hasApplication() {
