@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* roleProperty = "accessibleRole";
 
-QAccessibleInterface* interfaceOfItsRole(const QString&, QObject* object) {
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     const QVariant role = object ? object->property(roleProperty) : QVariant();
     if (!role.isValid())
         return nullptr;
@@ -21,7 +21,7 @@ QAccessibleInterface* interfaceOfItsRole(const QString&, QObject* object) {
 } // namespace
 
 void setAccessibleRole(QWidget& widget, QAccessible::Role role) {
-    QAccessible::installFactory(interfaceOfItsRole); // once, however often it is called
+    QAccessible::installFactory(makeInterface); // no-op if installed already
     widget.setProperty(roleProperty, static_cast<int>(role));
 }
 

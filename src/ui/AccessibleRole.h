@@ -6,7 +6,8 @@ class QWidget;
 
 namespace kavendra {
 
-/// Says to assistive technology what a plain widget or dialog is; otherwise it is a mere filler.
+/// Sets the role under which assistive technology sees a plain QWidget or QDialog, which Qt exposes as
+/// filler.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 } // namespace kavendra

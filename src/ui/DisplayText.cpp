@@ -1,25 +1,17 @@
 #include "ui/DisplayText.h"
 
 #include <QPainter>
+#include <QStringDecoder>
 #include <QStyle>
 
 namespace kavendra {
 
 namespace {
 
-// Wider than any column. Laying out a text costs time in proportion to its length.
+/// Wider than any column; bounds the time for the layout.
 constexpr std::size_t maximumLineBytes = 2000;
 
-std::string_view shortened(std::string_view text, std::size_t maximum) {
-    if (text.size() <= maximum)
-        return text;
-    std::size_t end = maximum;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-        --end;
-    return text.substr(0, end);
-}
-
-bool isShownAsMark(QChar character, LineFeeds lineFeeds) {
+bool hasVisibleMark(QChar character, LineFeeds lineFeeds) {
     const char16_t code = character.unicode();
     if (code == u'\n')
         return lineFeeds == LineFeeds::mark;
@@ -27,7 +19,7 @@ bool isShownAsMark(QChar character, LineFeeds lineFeeds) {
            code == 0x200F || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
-QString markOf(QChar character) {
+QString visibleMark(QChar character) {
     switch (character.unicode()) {
     case u'\t':
         return QStringLiteral("[TAB]");
@@ -42,16 +34,12 @@ QString markOf(QChar character) {
 
 } // namespace
 
-QString displayText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QString withVisibleMarks(const QString& text, LineFeeds lineFeeds) {
     QString visible;
     visible.reserve(text.size());
     for (const QChar character : text) {
-        if (isShownAsMark(character, lineFeeds))
-            visible += markOf(character);
+        if (hasVisibleMark(character, lineFeeds))
+            visible += visibleMark(character);
         else
             visible += character;
     }
@@ -62,7 +50,8 @@ QString originalOfVisible(const QString& original, qsizetype begin, qsizetype en
     QString part;
     qsizetype position = 0; // in the visible text
     for (const QChar character : original) {
-        const qsizetype length = isShownAsMark(character, LineFeeds::keep) ? markOf(character).size() : 1;
+        const qsizetype length =
+            hasVisibleMark(character, LineFeeds::keep) ? visibleMark(character).size() : 1;
         if (position < end && position + length > begin)
             part += character;
         position += length;
@@ -71,7 +60,9 @@ QString originalOfVisible(const QString& original, qsizetype begin, qsizetype en
 }
 
 QString singleLine(std::string_view text) {
-    return withVisibleMarks(displayText(shortened(text, maximumLineBytes)));
+    // Unlike QString::fromUtf8, a decoder adds no replacement character for a sequence that the limit cuts.
+    QStringDecoder decode(QStringDecoder::Utf8);
+    return withVisibleMarks(decode(QByteArrayView(text.substr(0, maximumLineBytes))));
 }
 
 QString withoutMiddle(const QString& text, qsizetype maximumLength) {
@@ -81,12 +72,12 @@ QString withoutMiddle(const QString& text, qsizetype maximumLength) {
 }
 
 QTextOption::WrapMode wrapMode(const QString& text) {
-    // Qt looks for the end of a word again in every line of it, which takes quadratic time.
-    constexpr qsizetype longestSearchedWord = 4000;
+    // Qt searches for the end of a word again in each of its lines: quadratic time for a long word.
+    constexpr qsizetype maximumWordLength = 4000;
     qsizetype length = 0;
     for (const QChar character : text) {
         length = character.isSpace() ? 0 : length + 1;
-        if (length > longestSearchedWord)
+        if (length > maximumWordLength)
             return QTextOption::WrapAnywhere;
     }
     return QTextOption::WrapAtWordBoundaryOrAnywhere;
@@ -100,7 +91,7 @@ void drawLine(QPainter& painter, const QRect& rect, Qt::Alignment alignment, con
               Qt::LayoutDirection textDirection) {
     const Qt::LayoutDirection layoutDirection = painter.layoutDirection();
     const auto visual = QStyle::visualAlignment(layoutDirection, alignment);
-    // Not Qt::TextForceLeftToRight, which also keeps right-to-left letters from running to the left.
+    // Qt::TextForceLeftToRight would lay out right-to-left letters left to right, too.
     painter.setLayoutDirection(textDirection);
     painter.drawText(rect, static_cast<int>(visual) | Qt::TextSingleLine, line);
     painter.setLayoutDirection(layoutDirection);

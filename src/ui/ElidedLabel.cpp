@@ -22,7 +22,7 @@ void ElidedLabel::showText(const std::string& text) {
     if (text == m_wholeText)
         return;
     m_wholeText = text;
-    setText(withVisibleMarks(withoutMiddle(displayText(text), maximumLength)));
+    setText(withVisibleMarks(withoutMiddle(QString::fromUtf8(text), maximumLength)));
     setAccessibleName(this->text());
 }
 
@@ -42,11 +42,11 @@ bool ElidedLabel::event(QEvent* event) {
         return QLabel::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
     showToolTip(*this, help->globalPos(), rect(),
-                isCut() ? withVisibleMarks(displayText(m_wholeText)) : QString(), Qt::LeftToRight);
+                isElided() ? withVisibleMarks(QString::fromUtf8(m_wholeText)) : QString(), Qt::LeftToRight);
     return true;
 }
 
-bool ElidedLabel::isCut() const {
+bool ElidedLabel::isElided() const {
     return fontMetrics().horizontalAdvance(text()) > width();
 }
 

@@ -6,14 +6,14 @@
 
 namespace kavendra {
 
-/// One line of plain text that runs left to right, is cut in its middle where it does not fit (a message
-/// begins with what failed and ends with why), and never widens the window. The line is its accessible name;
-/// the whole text is its tooltip while it is cut.
+/// One line of plain text, laid out left to right. A text that does not fit is elided in the middle, because
+/// a message begins with what failed and ends with the reason, and has a tooltip with the whole text. The
+/// label never widens the window.
 class ElidedLabel final : public QLabel {
 public:
     explicit ElidedLabel(QWidget* parent = nullptr);
 
-    /// Shows a UTF-8 text on one line, with visible marks.
+    /// Shows a UTF-8 text on one line with visible marks, which is also the accessible name.
     void showText(const std::string& text);
 
     QSize minimumSizeHint() const override;
@@ -23,7 +23,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    bool isCut() const;
+    bool isElided() const;
 
     std::string m_wholeText;
 };

@@ -63,7 +63,7 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent) {
     connect(header, &QHeaderView::sectionResized, this, [this](int column) { reportColumnWidth(column); });
 }
 
-void ItemTable::show(const ContentViewState& state) {
+void ItemTable::showState(const ContentViewState& state) {
     const QScopedValueRollback synchronizing(isSynchronizingSelection, true);
     applyColumnWidths(state.appState.columnWidths);
     if (!rowsModel.shows(state.items, state.filteredRows))
@@ -252,8 +252,9 @@ QString ItemTable::overflowText(const QModelIndex& index) const {
         return {};
     const std::string_view text = rowsModel.text(index.row(), index.column());
     const int room = std::max(0, columnWidth(index.column()) - cellPaddingLeading - cellPaddingTrailing);
-    return fontMetrics().horizontalAdvance(singleLine(text)) > room ? withVisibleMarks(displayText(text))
-                                                                    : QString();
+    return fontMetrics().horizontalAdvance(singleLine(text)) > room
+               ? withVisibleMarks(QString::fromUtf8(text))
+               : QString();
 }
 
 void ItemTable::reportColumnWidth(int column) {

@@ -27,7 +27,7 @@ public:
     std::function<Menu()> generalMenuProvider;
 
     /// Shows the state's rows, selection and column widths.
-    void show(const ContentViewState& state);
+    void showState(const ContentViewState& state);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

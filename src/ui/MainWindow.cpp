@@ -1,13 +1,14 @@
 #include "ui/MainWindow.h"
 
 #include "ui/AccessibleRole.h"
-#include "ui/DataDirectoryChooser.h"
 #include "ui/DisplayText.h"
 #include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QApplication>
 #include <QEvent>
+#include <QFile>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -17,12 +18,13 @@ namespace kavendra {
 namespace {
 
 constexpr QSize defaultSize(960, 520);
-constexpr QSize smallestSize(480, 200);
+constexpr QSize minimumWindowSize(480, 200);
+constexpr QSize directoryDialogSize(760, 480);
 constexpr int padding = 16;
 constexpr int spacing = 12;
 
-/// The system font, `steps` points smaller.
-QFont caption(int steps) {
+/// Returns the system font, `steps` points smaller.
+QFont smallerFont(int steps) {
     QFont font;
     font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
     return font;
@@ -48,30 +50,125 @@ protected:
 } // namespace
 
 MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
-    : content(content), menus(menus), searchBar(new SearchBar), table(new ItemTable), statusLine(new QWidget),
-      itemCount(new QLabel), statusMessage(new ElidedLabel), debugSummary(new ElidedLabel),
-      errorDialog(new ErrorDialog(this)), confirmationDialog(new ConfirmationDialog(this)) {
-    setWindowTitle(QStringLiteral("kavendra"));
-    setMinimumSize(smallestSize);
+    : m_content(content), m_menus(menus), m_searchBar(new SearchBar), m_table(new ItemTable),
+      m_statusLine(new QWidget), m_itemCount(new QLabel), m_statusMessage(new ElidedLabel),
+      m_debugSummary(new ElidedLabel),
+      m_errorDialog(new MessageDialog(this, {{QDialogButtonBox::Ok, translated("OK")}})),
+      m_confirmationDialog(new MessageDialog(
+          this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}})) {
+    setMinimumSize(minimumWindowSize);
     resize(defaultSize);
     layOut();
-    wire();
+    setTexts();
+    setFocusOrder();
+    connectSearchBar();
+    connectTable();
+    connectDialogs();
+    m_content.stateChanged = [this] { showState(); };
     applyColors();
     showState();
 }
 
 MainWindow::~MainWindow() {
-    content.stateChanged = [] {};
+    m_content.stateChanged = [] {};
+}
+
+void MainWindow::layOut() {
+    auto* statusRow = new QHBoxLayout(m_statusLine);
+    statusRow->setContentsMargins(0, 0, 0, 0);
+    statusRow->setSpacing(16);
+    statusRow->addWidget(m_itemCount);
+    statusRow->addWidget(m_statusMessage, 1);
+    m_statusMessage->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    m_itemCount->setFont(smallerFont(1));
+    m_statusMessage->setFont(smallerFont(1));
+    m_debugSummary->setFont(smallerFont(2));
+
+    // The search bar touches three sides of the window; the rest has the window's padding.
+    auto* padded = new QVBoxLayout;
+    padded->setContentsMargins(padding, 0, padding, padding);
+    padded->setSpacing(spacing);
+    padded->addWidget(new HairlineFrame(m_table), 1);
+    padded->addWidget(m_statusLine);
+    padded->addWidget(m_debugSummary);
+
+    auto* stack = new QVBoxLayout(this);
+    stack->setContentsMargins(0, 0, 0, 0);
+    stack->setSpacing(spacing);
+    stack->addWidget(m_searchBar);
+    stack->addLayout(padded, 1);
+}
+
+void MainWindow::setTexts() {
+    setWindowTitle(QStringLiteral("kavendra"));
+    SearchField& field = m_searchBar->searchField();
+    field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));
+    field.setAccessibleName(translated("Search"));
+    m_searchBar->folderButton().setAccessibleName(translated("Search path"));
+    m_searchBar->folderButton().setToolTip(translated("Open or copy this path"));
+    m_searchBar->settingsButton().setAccessibleName(translated("Settings"));
+    m_searchBar->settingsButton().setToolTip(translated("Settings"));
+    m_table->setAccessibleName(translated("Launch items"));
+    m_statusLine->setAccessibleName(translated("Status"));
+    setAccessibleRole(*this, QAccessible::Window);
+    setAccessibleRole(*m_statusLine, QAccessible::StatusBar);
+    m_itemCount->setObjectName("itemCount");
+    m_statusMessage->setObjectName("statusMessage");
+    m_debugSummary->setObjectName("debugSummary");
+    m_errorDialog->setObjectName("errorDialog");
+    m_confirmationDialog->setObjectName("confirmationDialog");
+}
+
+void MainWindow::setFocusOrder() {
+    SearchField& field = m_searchBar->searchField();
+    field.setFocus();
+    setTabOrder(&field, m_table);
+    setTabOrder(m_table, &m_searchBar->folderButton());
+    setTabOrder(&m_searchBar->folderButton(), &m_searchBar->settingsButton());
+}
+
+void MainWindow::connectSearchBar() {
+    SearchField& field = m_searchBar->searchField();
+    field.onTextChange = [this](std::string text) { m_content.setSearchText(std::move(text)); };
+    field.onDebugLog = [this](std::string_view line) { m_content.appendLogLine(line); };
+    field.onSubmit = [this] { m_content.launchSelected(); };
+    field.onMoveUp = [this] { moveSelection(-1); };
+    field.onMoveDown = [this] { moveSelection(+1); };
+    field.onMoveToBeginning = [this] { m_content.select(firstSelection(m_content.filteredItems())); };
+    field.onMoveToEnd = [this] { m_content.select(lastSelection(m_content.filteredItems())); };
+    m_searchBar->folderButton().menuProvider = [this] { return m_menus.typedPathMenu(); };
+    m_searchBar->settingsButton().menuProvider = [this] {
+        return m_menus.settingsMenu([this] { chooseDataDirectory(); });
+    };
+}
+
+void MainWindow::connectTable() {
+    m_table->onActivate = [this](const LaunchItem& item) { m_content.launch(item); };
+    m_table->onSelect = [this](const std::optional<UUID>& id) { m_content.select(id); };
+    m_table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
+        m_content.updateColumnWidth(columnIdentifier, width);
+    };
+    m_table->itemMenuProvider = [this](const LaunchItem& item, std::optional<ItemColumn> column) {
+        return m_menus.itemMenu(item, column);
+    };
+    m_table->generalMenuProvider = [this] { return m_menus.generalMenu(); };
+}
+
+void MainWindow::connectDialogs() {
+    connect(m_errorDialog, &QDialog::finished, this, [this] { m_content.dismissErrorDialog(); });
+    connect(m_confirmationDialog, &QDialog::finished, this, [this](int answer) {
+        answer == QDialog::Accepted ? m_content.confirmStartupChange() : m_content.cancelStartupChange();
+    });
 }
 
 void MainWindow::comeForward(const std::string& activationToken) {
-    // Where Qt on Wayland looks for it while a window is activated; elsewhere nothing reads it.
+    // Qt's Wayland plugin reads the token from here when a window is activated; nothing else reads it.
     constexpr const char* tokenVariable = "XDG_ACTIVATION_TOKEN";
     if (!activationToken.empty())
         qputenv(tokenVariable, QByteArray::fromStdString(activationToken));
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
-    searchBar->searchField().setFocus(Qt::ActiveWindowFocusReason);
+    m_searchBar->searchField().setFocus(Qt::ActiveWindowFocusReason);
     QWidget* const dialog = QApplication::activeModalWidget();
     for (QWidget* front : {static_cast<QWidget*>(this), dialog ? dialog : this}) {
         front->raise();
@@ -80,101 +177,36 @@ void MainWindow::comeForward(const std::string& activationToken) {
     qunsetenv(tokenVariable);
 }
 
-void MainWindow::layOut() {
-    auto* countRow = new QHBoxLayout(statusLine);
-    countRow->setContentsMargins(0, 0, 0, 0);
-    countRow->setSpacing(16);
-    countRow->addWidget(itemCount);
-    countRow->addWidget(statusMessage, 1);
-    statusMessage->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
-    itemCount->setFont(caption(1));
-    statusMessage->setFont(caption(1));
-    debugSummary->setFont(caption(2));
-
-    // The search bar spans the window and touches its top; the rest stands in the window's padding.
-    auto* content = new QVBoxLayout;
-    content->setContentsMargins(padding, 0, padding, padding);
-    content->setSpacing(spacing);
-    content->addWidget(new HairlineFrame(table), 1);
-    content->addWidget(statusLine);
-    content->addWidget(debugSummary);
-
-    auto* stack = new QVBoxLayout(this);
-    stack->setContentsMargins(0, 0, 0, 0);
-    stack->setSpacing(spacing);
-    stack->addWidget(searchBar);
-    stack->addLayout(content, 1);
-
-    SearchField& field = searchBar->searchField();
-    field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));
-    field.setAccessibleName(translated("Search"));
-    searchBar->folderButton().setAccessibleName(translated("Search path"));
-    searchBar->folderButton().setToolTip(translated("Open or copy this path"));
-    searchBar->settingsButton().setAccessibleName(translated("Settings"));
-    searchBar->settingsButton().setToolTip(translated("Settings"));
-    table->setAccessibleName(translated("Launch items"));
-    setAccessibleRole(*this, QAccessible::Window);
-    setAccessibleRole(*statusLine, QAccessible::StatusBar);
-    statusLine->setAccessibleName(translated("Status"));
-    itemCount->setObjectName("itemCount");
-    statusMessage->setObjectName("statusMessage");
-    debugSummary->setObjectName("debugSummary");
-    field.setFocus();
-    setTabOrder(&field, table);
-    setTabOrder(table, &searchBar->folderButton());
-    setTabOrder(&searchBar->folderButton(), &searchBar->settingsButton());
-}
-
-void MainWindow::wire() {
-    SearchField& field = searchBar->searchField();
-    field.onTextChange = [this](std::string text) { content.setSearchText(std::move(text)); };
-    field.onDebugLog = [this](std::string_view line) { content.appendLogLine(line); };
-    field.onSubmit = [this] { content.launchSelected(); };
-    field.onMoveUp = [this] { moveSelection(-1); };
-    field.onMoveDown = [this] { moveSelection(+1); };
-    field.onMoveToBeginning = [this] { content.select(firstSelection(content.filteredItems())); };
-    field.onMoveToEnd = [this] { content.select(lastSelection(content.filteredItems())); };
-
-    table->onActivate = [this](const LaunchItem& item) { content.launch(item); };
-    table->onSelect = [this](const std::optional<UUID>& id) { content.select(id); };
-    table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
-        content.updateColumnWidth(columnIdentifier, width);
-    };
-    table->itemMenuProvider = [this](const LaunchItem& item, std::optional<ItemColumn> column) {
-        return menus.itemMenu(item, column);
-    };
-    table->generalMenuProvider = [this] { return menus.generalMenu(); };
-    searchBar->folderButton().menuProvider = [this] { return menus.typedPathMenu(); };
-    searchBar->settingsButton().menuProvider = [this] {
-        return menus.settingsMenu([this] { chooseDataDirectory(); });
-    };
-    errorDialog->onDismiss = [this] { content.dismissErrorDialog(); };
-    confirmationDialog->onConfirm = [this] { content.confirmStartupChange(); };
-    confirmationDialog->onCancel = [this] { content.cancelStartupChange(); };
-    content.stateChanged = [this] { showState(); };
-}
-
 void MainWindow::moveSelection(int offset) {
-    content.select(movedSelection(content.filteredItems(), content.state().selectedItemID, offset));
+    m_content.select(movedSelection(m_content.filteredItems(), m_content.state().selectedItemID, offset));
 }
 
 void MainWindow::chooseDataDirectory() {
-    const std::string& current = content.state().appSettings.dataDirectoryPath;
-    if (const auto chosen = kavendra::chooseDataDirectory(*this, current))
-        menus.changeDataDirectory(*chosen);
+    const std::string& current = m_content.state().appSettings.dataDirectoryPath;
+    QFileDialog dialog(this, translated("Choose Data Directory"),
+                       QFile::decodeName(QByteArray::fromStdString(current)));
+    dialog.resize(directoryDialogSize);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setLabelText(QFileDialog::Accept, translated("Choose"));
+    // The only place for an instruction; a desktop's own file dialog may not show it.
+    dialog.setLabelText(QFileDialog::LookIn,
+                        translated("Select the folder that contains launch data files."));
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        m_menus.changeDataDirectory(QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
 }
 
 void MainWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
-    if (!std::exchange(hasAppeared, true))
-        content.appear();
+    if (!std::exchange(m_hasAppeared, true))
+        m_content.appear();
 }
 
-// Before the window is on the screen, a window manager would put its dialog anywhere.
+// A dialog that opens before its window is painted is not placed over it by the window manager.
 void MainWindow::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
-    if (!std::exchange(isOnScreen, true))
-        QMetaObject::invokeMethod(this, [this] { showState(); }, Qt::QueuedConnection);
+    if (!std::exchange(m_isOnScreen, true))
+        QMetaObject::invokeMethod(this, [this] { showDialogs(); }, Qt::QueuedConnection);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
@@ -184,29 +216,40 @@ void MainWindow::changeEvent(QEvent* event) {
 }
 
 void MainWindow::applyColors() {
-    for (QLabel* label : {static_cast<QLabel*>(statusMessage), static_cast<QLabel*>(debugSummary)}) {
-        QPalette dimmed = palette();
-        dimmed.setColor(QPalette::WindowText, secondaryTextColor(palette()));
-        label->setPalette(dimmed);
-    }
+    QPalette secondary = palette();
+    secondary.setColor(QPalette::WindowText, secondaryTextColor(palette()));
+    m_statusMessage->setPalette(secondary);
+    m_debugSummary->setPalette(secondary);
 }
 
 void MainWindow::showState() {
-    const ContentViewState& state = content.state();
-    searchBar->searchField().showText(state.searchText);
-    searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
-    searchBar->folderButton().setVisible(menus.hasTypedPath());
-    table->show(state);
-    itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
-    itemCount->setLayoutDirection(naturalDirection(itemCount->text()));
-    statusMessage->showText(state.lastActionMessage);
-    statusLine->setVisible(state.appSettings.showStatusMessage);
-    debugSummary->showText(content.debugSummary());
-    debugSummary->setVisible(state.appSettings.showDebugSummary);
-    if (!isOnScreen)
-        return;
-    errorDialog->show(state.errorDialogMessage);
-    confirmationDialog->show(state.pendingStartupRegistrationAction);
+    const ContentViewState& state = m_content.state();
+    m_searchBar->searchField().showText(state.searchText);
+    m_searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
+    m_searchBar->folderButton().setVisible(m_menus.hasTypedPath());
+    m_table->showState(state);
+    m_itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
+    m_itemCount->setLayoutDirection(naturalDirection(m_itemCount->text()));
+    m_statusMessage->showText(state.lastActionMessage);
+    m_statusLine->setVisible(state.appSettings.showStatusMessage);
+    m_debugSummary->showText(m_content.debugSummary());
+    m_debugSummary->setVisible(state.appSettings.showDebugSummary);
+    if (m_isOnScreen)
+        showDialogs();
+}
+
+void MainWindow::showDialogs() {
+    const ContentViewState& state = m_content.state();
+    if (state.errorDialogMessage) // English with paths
+        m_errorDialog->showMessage(QString::fromUtf8(*state.errorDialogMessage), Qt::LeftToRight);
+    else
+        m_errorDialog->hide();
+    if (const auto action = state.pendingStartupRegistrationAction) {
+        const QString question = translated(std::string(confirmationMessage(*action)).c_str());
+        m_confirmationDialog->showMessage(question, naturalDirection(question));
+    } else {
+        m_confirmationDialog->hide();
+    }
 }
 
 } // namespace kavendra

@@ -2,25 +2,24 @@
 
 #include "app/ContentView.h"
 #include "app/WindowMenus.h"
-#include "ui/ConfirmationDialog.h"
 #include "ui/ElidedLabel.h"
-#include "ui/ErrorDialog.h"
 #include "ui/ItemTable.h"
+#include "ui/MessageDialog.h"
 #include "ui/SearchBar.h"
 
 #include <QWidget>
 
 namespace kavendra {
 
-/// The one window: it shows the content view's state and hands what the person does on to it.
+/// The main window. It shows the state of the content view and forwards the user's actions to it.
 class MainWindow final : public QWidget {
 public:
     /// Both must outlive this.
     MainWindow(ContentView& content, WindowMenus& menus);
     ~MainWindow() override;
 
-    /// Shows the window above the others, with the focus in the search field, however it was hidden.
-    /// `activationToken`: what the desktop lets it take the focus for; may be empty.
+    /// Shows the window above the others, minimised or not, with the focus in the search field.
+    /// `activationToken` is the desktop's permission to take the focus; may be empty.
     void comeForward(const std::string& activationToken);
 
 protected:
@@ -30,24 +29,29 @@ protected:
 
 private:
     void layOut();
-    void wire();
+    void setTexts();
+    void setFocusOrder();
+    void connectSearchBar();
+    void connectTable();
+    void connectDialogs();
     void showState();
+    void showDialogs();
     void applyColors();
     void moveSelection(int offset);
     void chooseDataDirectory();
 
-    ContentView& content;
-    WindowMenus& menus;
-    SearchBar* searchBar;
-    ItemTable* table;
-    QWidget* statusLine;
-    QLabel* itemCount;
-    ElidedLabel* statusMessage;
-    ElidedLabel* debugSummary;
-    ErrorDialog* errorDialog;
-    ConfirmationDialog* confirmationDialog;
-    bool hasAppeared = false;
-    bool isOnScreen = false;
+    ContentView& m_content;
+    WindowMenus& m_menus;
+    SearchBar* m_searchBar;
+    ItemTable* m_table;
+    QWidget* m_statusLine;
+    QLabel* m_itemCount;
+    ElidedLabel* m_statusMessage;
+    ElidedLabel* m_debugSummary;
+    MessageDialog* m_errorDialog;
+    MessageDialog* m_confirmationDialog;
+    bool m_hasAppeared = false; ///< ContentView::appear was called
+    bool m_isOnScreen = false;  ///< painted at least once
 };
 
 } // namespace kavendra

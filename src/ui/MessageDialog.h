@@ -1,35 +1,33 @@
 #pragma once
 
-#include "ui/MessageText.h"
-
 #include <QDialog>
 #include <QDialogButtonBox>
 
-#include <optional>
+#include <initializer_list>
 
 namespace kavendra {
 
-/// A message above buttons. It never blocks: the window's state says whether it is up, and how it was
-/// answered is reported back there.
-class MessageDialog : public QDialog {
+class MessageText;
+
+/// A message above buttons, modal to its window. It does not block: the caller shows and hides it, and
+/// QDialog::finished reports QDialog::Accepted for "OK" or "Yes", QDialog::Rejected for any other way of
+/// closing it.
+class MessageDialog final : public QDialog {
 public:
-    explicit MessageDialog(QWidget* parent);
+    struct Button {
+        QDialogButtonBox::StandardButton kind;
+        QString title;
+    };
 
-    /// What is shown now or was shown last.
-    const QString& message() const { return m_text->message(); }
-    /// Returns the button of that kind, nullptr when it was not offered.
-    QPushButton* button(QDialogButtonBox::StandardButton kind) const { return m_buttons->button(kind); }
+    /// The first button is the default one.
+    MessageDialog(QWidget* parent, std::initializer_list<Button> buttons);
 
-protected:
-    /// Shows a message, in the place of the one that is up; without one, closes.
-    void showMessage(const std::optional<QString>& message, Qt::LayoutDirection textDirection);
-
-    /// Adds a button with that title. The first one is the default.
-    void offer(QDialogButtonBox::StandardButton kind, const QString& title);
+    /// Opens the dialog with a plain text, or replaces the text that it shows; no-op if it shows that text.
+    /// `textDirection` is the direction of the text, which may differ from the window's.
+    void showMessage(const QString& message, Qt::LayoutDirection textDirection);
 
 private:
     MessageText* m_text;
-    QDialogButtonBox* m_buttons;
     QPushButton* m_defaultButton = nullptr;
 };
 

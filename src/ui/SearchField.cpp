@@ -67,7 +67,7 @@ void SearchField::debugLog(const Pieces&... pieces) const {
 }
 
 void SearchField::showText(const std::string& text) {
-    const QString shown = kavendra::displayText(text); // not QLineEdit::displayText
+    const QString shown = QString::fromUtf8(text);
     if (shown == this->text())
         return;
     const QSignalBlocker silent(this);

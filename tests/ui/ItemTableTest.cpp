@@ -23,8 +23,8 @@ protected:
         };
         content.appear();
         table.resize(1300, 300);
-        table.QWidget::show();
-        table.show(state());
+        table.show();
+        table.showState(state());
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&table));
     }
 
@@ -33,7 +33,7 @@ protected:
 
     void deliver() {
         QCoreApplication::processEvents();
-        table.show(state());
+        table.showState(state());
     }
 
     ItemTable table;
@@ -48,7 +48,7 @@ using Titles = std::vector<std::string>;
 
 TEST_F(ItemTableTest, showsFiveColumnsOfTheFilteredItems) {
     content.setSearchText("first");
-    table.show(state());
+    table.showState(state());
     const auto* model = table.model();
     ASSERT_EQ(model->rowCount(), 1);
     QStringList columns;
@@ -122,7 +122,7 @@ TEST_F(ItemTableTest, aMoveThatStaysOnItsRowScrollsItIntoView) {
         const int scrolledAway = c.row == 0 ? bar.maximum() : bar.minimum();
         ASSERT_NE(shown, scrolledAway);
         content.select(content.filteredItems()[static_cast<std::size_t>(c.row)].id);
-        table.show(state());
+        table.showState(state());
         bar.setValue(scrolledAway);
         QTest::keyClick(&table, c.key, c.modifiers);
         EXPECT_EQ(bar.value(), shown);
@@ -143,7 +143,7 @@ TEST_F(ItemTableTest, theStatesSelectionIsShownAndNotReportedBack) {
 TEST_F(ItemTableTest, storedWidthsAreAppliedInBoundsAndNotReportedBack) {
     ContentViewState changed = state();
     changed.appState.columnWidths = {{"Title", 10}, {"Command", 320.4}, {"Params", 1e300}, {"Gone", 5}};
-    table.show(changed);
+    table.showState(changed);
     QCoreApplication::processEvents();
     EXPECT_EQ(table.columnWidth(0), 48);
     EXPECT_EQ(table.columnWidth(1), 320) << "within half a point";
@@ -167,7 +167,7 @@ TEST_F(ItemTableTest, aDraggedColumnIsReportedOnceWhenTheButtonIsReleased) {
 TEST_F(ItemTableTest, aCellShowsOneLineWhateverItHolds) {
     writeItems("\"two\nlines\"," + std::string(100000, 'x') + ",\xE2\x80\xA8,\n");
     content.reloadData();
-    table.show(state());
+    table.showState(state());
     EXPECT_EQ(table.model()->index(0, 0).data().toString(), "two[LF]lines");
     EXPECT_LT(table.model()->index(0, 1).data().toString().size(), 5000)
         << "no more than a column could show";

@@ -13,6 +13,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTextEdit>
 #include <QToolTip>
 
 #include <numeric>
@@ -37,8 +38,8 @@ protected:
 
     QDialog& dialog = *window.findChild<QDialog*>("errorDialog");
     QDialog& confirmation = *window.findChild<QDialog*>("confirmationDialog");
-    MessageText& message = *dialog.findChild<MessageText*>();
-    MessageText& question = *confirmation.findChild<MessageText*>();
+    QTextEdit& message = *dialog.findChild<QTextEdit*>();
+    QTextEdit& question = *confirmation.findChild<QTextEdit*>();
 };
 
 /// Whether most of what is drawn between the first and the last column that differ from the corner is on the
