@@ -19,11 +19,12 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     if (isSelected)
         painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
-    const QRect room = cellTextRect(option.rect, option.direction);
-    const QString line = option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width());
+    const QRect textRect = cellTextRect(option.rect, option.direction);
+    const QString line =
+        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, textRect.width());
     painter->setFont(option.font);
     painter->setPen(option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
-    drawLine(*painter, room, Qt::AlignLeading | Qt::AlignVCenter, line,
+    drawLine(*painter, textRect, Qt::AlignLeading | Qt::AlignVCenter, line,
              ItemTableModel::textDirection(index.column(), line));
 }
 

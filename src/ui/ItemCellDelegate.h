@@ -4,15 +4,15 @@
 
 namespace kavendra {
 
-// What of a column's width its text cannot use, in points.
+// Space between the edges of a cell and its text, in points.
 inline constexpr int cellPaddingLeading = 8;
 inline constexpr int cellPaddingTrailing = 4;
 
-/// Returns where in a cell, or in the head of a column, its text stands.
+/// Returns the text rectangle of a cell or a column title.
 QRect cellTextRect(const QRect& cell, Qt::LayoutDirection layoutDirection);
 
-/// Draws a cell as one line of text that is cut with an ellipsis. There is no focus frame: the selected row,
-/// in the accent colour also while the search field has the focus, alone says where one is.
+/// Draws a cell as one elided line of text, without a focus frame. A selected cell is in the accent colour
+/// also while the search field has the focus.
 class ItemCellDelegate final : public QAbstractItemDelegate {
 public:
     using QAbstractItemDelegate::QAbstractItemDelegate;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Menu.h"
-#include "config/StateFile.h"
+#include "ui/ItemTableHeader.h"
 #include "ui/ItemTableModel.h"
 #include "ui/RowPress.h"
 
@@ -11,22 +11,25 @@
 
 namespace kavendra {
 
-/// The table of filtered items. It presents and forwards: what a click, a key or a resize means is up to the
-/// callbacks.
+/// The table of filtered items. It shows a state and reports what the user does to the callbacks, all of
+/// which must be set.
 class ItemTable final : public QTableView {
 public:
     explicit ItemTable(QWidget* parent = nullptr);
 
+    /// Called for a completed click on a row, and for Enter with the selected row.
     std::function<void(const LaunchItem&)> onActivate;
+    /// Called after the event that changed the selection.
     std::function<void(const std::optional<UUID>&)> onSelect;
+    /// As ItemTableHeader::onWidthChange.
     std::function<void(const std::string& columnIdentifier, double width)> onColumnWidthChange;
 
-    /// Asked for the menu of a row; there is no column when it was opened outside all of them or by a key.
+    /// Returns the menu of a row. `column` is empty if the menu is opened outside all columns or by a key.
     std::function<Menu(const LaunchItem&, std::optional<ItemColumn> column)> itemMenuProvider;
-    /// Asked for the menu of where there is no row.
+    /// Returns the menu for the area without rows.
     std::function<Menu()> generalMenuProvider;
 
-    /// Shows the state's rows, selection and column widths.
+    /// Shows the state's rows, selection and column widths; scrolls the selected row into view.
     void showState(const ContentViewState& state);
 
 protected:
@@ -40,28 +43,23 @@ protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void paintEvent(QPaintEvent* event) override;
     bool viewportEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showRows(const ContentViewState& state);
-    void applyColumnWidths(const ColumnWidths& widths);
-    void pushSelection(const ContentViewState& state);
+    void showSelection(const ContentViewState& state);
     void selectOnly(int row);
     void scrollToRow(int row);
-    void reportColumnWidth(int column);
-    void reportResizedColumns();
+    void moveToEdge(Qt::Key key);
     void activateSelectedRow();
     void showMenuAt(const QPoint& position);
     void showMenuOfSelectedRow();
-    int selectedRow() const;
-    std::optional<int> rowUnder(const QMouseEvent* event) const;
+    std::optional<int> selectedRow() const;
+    std::optional<int> rowAtPointer(const QMouseEvent* event) const;
     QString overflowText(const QModelIndex& index) const;
 
-    ItemTableModel rowsModel;
-    RowPress press{*viewport()};
-    std::vector<int> resizedColumns; ///< by the drag that is going on
-    bool isSynchronizingSelection = false;
-    bool isApplyingColumnWidths = false;
+    ItemTableModel m_model;
+    ItemTableHeader* m_header;
+    RowPress m_press{*viewport()};
+    bool m_isShowingState = false; ///< a change of the selection is not the user's
 };
 
 } // namespace kavendra

@@ -4,37 +4,35 @@
 
 namespace kavendra {
 
-void ItemTableModel::setRows(std::shared_ptr<const LoadedItems> newItems,
-                             std::shared_ptr<const std::vector<std::uint32_t>> newRows) {
+bool ItemTableModel::setRows(std::shared_ptr<const LoadedItems> items,
+                             std::shared_ptr<const std::vector<std::uint32_t>> rows) {
+    if (items == m_items && rows == m_rows)
+        return false;
     beginResetModel();
-    items = std::move(newItems);
-    rows = std::move(newRows);
+    m_items = std::move(items);
+    m_rows = std::move(rows);
     endResetModel();
-}
-
-bool ItemTableModel::shows(const std::shared_ptr<const LoadedItems>& otherItems,
-                           const std::shared_ptr<const std::vector<std::uint32_t>>& otherRows) const {
-    return items == otherItems && rows == otherRows;
+    return true;
 }
 
 LaunchItem ItemTableModel::item(int row) const {
-    return items->list[itemIndex(row)];
+    return m_items->list[itemIndex(row)];
 }
 
 UUID ItemTableModel::itemID(int row) const {
-    return items->list.id(itemIndex(row));
+    return m_items->list.id(itemIndex(row));
 }
 
 std::string_view ItemTableModel::text(int row, int column) const {
-    return items->list.value(itemIndex(row), static_cast<ItemColumn>(column));
+    return m_items->list.value(itemIndex(row), static_cast<ItemColumn>(column));
 }
 
 Qt::LayoutDirection ItemTableModel::textDirection(int column, const QString& text) {
-    return itemColumns[static_cast<std::size_t>(column)].isProse ? naturalDirection(text) : Qt::LeftToRight;
+    return properties(static_cast<ItemColumn>(column)).isProse ? naturalDirection(text) : Qt::LeftToRight;
 }
 
 int ItemTableModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() || !rows ? 0 : static_cast<int>(rows->size());
+    return parent.isValid() || !m_rows ? 0 : static_cast<int>(m_rows->size());
 }
 
 int ItemTableModel::columnCount(const QModelIndex& parent) const {
@@ -46,7 +44,7 @@ QVariant ItemTableModel::data(const QModelIndex& index, int role) const {
         return {};
     if (role == Qt::DisplayRole)
         return singleLine(text(index.row(), index.column()));
-    // The first cell stands for its row: a screen reader says what it is and what it does.
+    // A screen reader reads the first cell for its row: the title and the command.
     if (role == Qt::AccessibleTextRole && index.column() == 0)
         return singleLine(text(index.row(), 0)) + ", " + singleLine(text(index.row(), 1));
     return {};
@@ -56,7 +54,7 @@ QVariant ItemTableModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation != Qt::Horizontal)
         return {};
     if (role == Qt::DisplayRole)
-        return QString::fromUtf8(itemColumns[static_cast<std::size_t>(section)].headerTitle);
+        return QString::fromUtf8(properties(static_cast<ItemColumn>(section)).headerTitle);
     if (role == Qt::TextAlignmentRole)
         return static_cast<int>(Qt::AlignLeading | Qt::AlignVCenter);
     return {};

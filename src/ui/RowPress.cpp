@@ -35,7 +35,7 @@ void RowPress::begin(std::optional<int> row) {
 
 void RowPress::moveTo(std::optional<int> row) {
     if (row != m_row)
-        giveUp();
+        cancel();
 }
 
 std::optional<int> RowPress::release(std::optional<int> row) {
@@ -77,7 +77,7 @@ bool RowPress::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
         if (m_isActive && isEscape(*event)) {
-            giveUp();
+            cancel();
             return true;
         }
         [[fallthrough]];

@@ -34,7 +34,7 @@ public:
     /// typed during the press is dropped: it would launch the same row again.
     std::optional<int> release(std::optional<int> row);
     /// Makes the press launch nothing; it goes on until its release.
-    void giveUp() { m_row.reset(); }
+    void cancel() { m_row.reset(); }
     /// Ends the press without its release.
     void abandon();
 
