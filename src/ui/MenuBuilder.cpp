@@ -12,30 +12,30 @@ namespace kavendra {
 
 namespace {
 
-/// What a menu shows beside a title: its borders, the check mark, the arrow of a submenu. In points.
-constexpr int roomBesideTitle = 80;
+/// Width of a menu beside its titles: borders, check mark, submenu arrow. In points.
+constexpr int widthBesideTitle = 80;
 
 constexpr char16_t leftToRightIsolate = 0x2066, firstStrongIsolate = 0x2068;
 
-/// Returns `text` so that it keeps its direction in a right-to-left menu, where the parts of a path or of an
-/// English title would change places. A menu draws plain text, so only characters can say it.
+/// Returns `text` between an isolate and its end, so that the parts of a path or of an English title are not
+/// reordered in a right-to-left menu. Qt has no other way to give an action's text a direction.
 QString isolated(char16_t isolate, const QString& text) {
     constexpr char16_t popIsolate = 0x2069;
     return QChar(isolate) + text + QChar(popIsolate);
 }
 
-/// Returns an argument in no more than a width in points.
+/// Returns a title's argument, elided to a width in points.
 QString argumentText(const std::string& argument, const QMenu& menu, int width) {
     QString text = menu.fontMetrics().elidedText(singleLine(argument), Qt::ElideMiddle, std::max(width, 0));
-    text.replace(u'&', QStringLiteral("&&")); // one alone would mark a key
+    text.replace(u'&', QStringLiteral("&&")); // a single one marks a mnemonic
     return menu.isRightToLeft() ? isolated(leftToRightIsolate, text) : text;
 }
 
-/// Returns an entry's title, whole unless the menu would be wider than the screen.
+/// Returns an entry's title, with its argument elided if the menu would be wider than the screen.
 QString titleText(const MenuEntry& entry, const QMenu& menu, const QWidget& owner) {
     QString title = translated(entry.title.c_str());
     if (title.contains(QStringLiteral("%1"))) {
-        const int width = owner.screen()->availableGeometry().width() - roomBesideTitle -
+        const int width = owner.screen()->availableGeometry().width() - widthBesideTitle -
                           menu.fontMetrics().horizontalAdvance(title);
         title = title.arg(argumentText(entry.titleArgument, menu, width));
     }

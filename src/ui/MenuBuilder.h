@@ -9,11 +9,11 @@ class QWidget;
 
 namespace kavendra {
 
-/// Puts the entries in the place of what a menu holds, in the person's language. A chosen action runs once
-/// the menu is gone from the screen, because it may take its time, provided that `owner` is still there.
+/// Replaces the contents of a menu by these entries, translated. A chosen action runs from the event loop,
+/// when the menu has closed, because it may take long; it does not run if `owner` has been destroyed.
 void fillMenu(QMenu& menu, const Menu& entries, QWidget& owner);
 
-/// Opens a menu of its own, which goes with `owner` at the latest, at a point of the screen. Returns at once.
+/// Opens a new menu at a position on the screen and returns at once. The menu is destroyed when it closes.
 void showMenu(const Menu& entries, QWidget& owner, const QPoint& globalPosition);
 
 } // namespace kavendra

@@ -27,7 +27,7 @@ bool isEnter(const QEvent& event) {
 RowPress::RowPress(QWidget& viewport) : m_viewport(viewport) {}
 
 void RowPress::begin(std::optional<int> row) {
-    abandon();
+    end();
     m_isActive = true;
     m_row = row;
     QCoreApplication::instance()->installEventFilter(this);
@@ -41,38 +41,34 @@ void RowPress::moveTo(std::optional<int> row) {
 std::optional<int> RowPress::release(std::optional<int> row) {
     moveTo(row);
     const std::optional<int> launched = m_row;
-    end(launched.has_value());
+    if (launched)
+        std::erase_if(m_heldEvents, [](const HeldEvent& held) { return isEnter(*held.event); });
+    end();
     return launched;
 }
 
-void RowPress::abandon() {
-    end(false);
-}
-
-void RowPress::end(bool isLaunch) {
+void RowPress::end() {
     if (!std::exchange(m_isActive, false))
         return;
     m_row.reset();
-    if (isLaunch)
-        std::erase_if(m_heldEvents, [](const HeldEvent& held) { return isEnter(*held.event); });
+    // The filter stays until the delivery: key events that are queued already must not overtake the held
+    // ones.
     if (m_heldEvents.empty())
-        return QCoreApplication::instance()->removeEventFilter(this);
-    // Later, because the launch comes first. Until then the filter stays: a key whose event is already queued
-    // must not overtake those that are held.
-    QMetaObject::invokeMethod(this, [this] { deliverHeldEvents(); }, Qt::QueuedConnection);
+        QCoreApplication::instance()->removeEventFilter(this);
+    else
+        QMetaObject::invokeMethod(this, [this] { deliverHeldEvents(); }, Qt::QueuedConnection);
 }
 
 void RowPress::deliverHeldEvents() {
     if (m_isActive)
-        return; // the next press has begun, and delivers them at its end
+        return; // the next press, which has begun, delivers them when it ends
     QCoreApplication::instance()->removeEventFilter(this);
     for (const HeldEvent& held : std::exchange(m_heldEvents, {}))
         if (held.receiver)
             QCoreApplication::sendEvent(held.receiver, held.event.get());
 }
 
-// On the application, because what is typed goes to the widget that has the keyboard. A key is seen first on
-// its way to the window, an input method's text on its way to the widget.
+// Key events arrive here on their way to the window, input method events on their way to the focus widget.
 bool RowPress::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::KeyPress:
@@ -86,12 +82,12 @@ bool RowPress::eventFilter(QObject* watched, QEvent* event) {
         return true;
     case QEvent::MouseMove:
         if (!static_cast<QMouseEvent*>(event)->buttons().testFlag(Qt::LeftButton))
-            abandon();
+            end();
         return false;
     case QEvent::WindowDeactivate:
     case QEvent::WindowBlocked:
         if (watched == &m_viewport)
-            abandon();
+            end();
         return false;
     default:
         return false;

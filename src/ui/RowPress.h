@@ -12,31 +12,32 @@ class QWidget;
 
 namespace kavendra {
 
-/// One press of the left button in a view of rows, from the button's press to its release.
+/// Tracks one press of the left button in a view of rows, from the button's press to its release.
 ///
-/// What is typed meanwhile is held back and delivered once the press has ended, whatever widget has the
-/// keyboard; Escape makes the press launch nothing. A press also ends, launching nothing, when its release
-/// cannot be expected any more: the window is deactivated or blocked by a dialog, or the pointer moves with
-/// the button up.
+/// Keyboard input during the press is held back and delivered after it, to whatever widget it was meant for;
+/// Escape cancels the press. A press also ends, without a launch, when its release may be lost: the window
+/// is deactivated or blocked by a dialog, or the pointer moves with the button up.
+///
+/// How it works: from begin() until the input has been delivered, an event filter on the application takes
+/// every key press and input method event out of Qt's delivery and stores a copy. The end of the press queues
+/// the delivery, so that it comes after the launch.
 class RowPress final : public QObject {
 public:
-    /// `viewport`: the widget that receives the mouse events; must outlive this.
+    /// `viewport` is the widget that receives the mouse events. It must outlive this.
     explicit RowPress(QWidget& viewport);
 
     bool isActive() const { return m_isActive; }
 
-    /// Begins a press on a row, nothing where there is no row. A press that is still active ends.
+    /// Begins a press on a row, or on none. Ends the active press, if any.
     void begin(std::optional<int> row);
-    /// Call it with the row under the pointer whenever the pointer moves: away from its row a press launches
-    /// nothing any more, also when the pointer comes back.
+    /// Tells the row under the pointer after each move. A press that leaves its row launches nothing, even if
+    /// the pointer returns.
     void moveTo(std::optional<int> row);
-    /// Ends the press with the button released over `row`. Returns the row to launch, if any. Then an Enter
-    /// typed during the press is dropped: it would launch the same row again.
+    /// Ends the press with the button released over `row`. Returns the row to launch, if any; then Enter
+    /// typed during the press is dropped, because it would launch that row again.
     std::optional<int> release(std::optional<int> row);
-    /// Makes the press launch nothing; it goes on until its release.
+    /// Makes the press launch nothing. It stays active until its release.
     void cancel() { m_row.reset(); }
-    /// Ends the press without its release.
-    void abandon();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -47,12 +48,12 @@ private:
         std::unique_ptr<QEvent> event;
     };
 
-    void end(bool isLaunch);
+    void end();
     void deliverHeldEvents();
 
     QWidget& m_viewport;
     bool m_isActive = false;
-    std::optional<int> m_row; ///< which a release launches
+    std::optional<int> m_row; ///< launched by a release
     std::vector<HeldEvent> m_heldEvents;
 };
 

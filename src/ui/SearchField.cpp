@@ -10,34 +10,37 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QTimer>
+#include <QStyleHints>
 #include <QToolButton>
+
+#include <algorithm>
+#include <cstdlib>
 
 namespace kavendra {
 
 namespace {
 
-/// In UTF-16 units. Nobody types as much; what is pasted by mistake is cut.
+/// In UTF-16 units. Far more than a query; a larger paste is cut.
 constexpr int maximumQueryLength = 32767;
 
 std::string_view textOf(bool flag) {
     return flag ? "true" : "false";
 }
 
-/// What of a field is selected, in UTF-16 units, written as {location, length}.
+/// Returns the selection of a field as "{location, length}", in UTF-16 units.
 std::string selectedRange(const QLineEdit& field) {
     const int location = field.hasSelectedText() ? field.selectionStart() : field.cursorPosition();
     return "{" + std::to_string(location) + ", " + std::to_string(field.selectionLength()) + "}";
 }
 
-/// Whether QLineEdit would select all of its text by itself for this focus.
-bool isByKeyboard(Qt::FocusReason reason) {
+/// Whether QLineEdit itself selects all text for this reason.
+bool selectsAllByDefault(Qt::FocusReason reason) {
     return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
            reason == Qt::ShortcutFocusReason;
 }
 
-/// Whether the focus only went to a menu or another window and will be back without having been moved.
-bool isInterruption(Qt::FocusReason reason) {
+/// Whether the focus goes to a menu or another window and will return to the same widget.
+bool isTemporary(Qt::FocusReason reason) {
     return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
 }
 
@@ -46,10 +49,13 @@ bool isInterruption(Qt::FocusReason reason) {
 SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setClearButtonEnabled(true);
     setMaxLength(maximumQueryLength);
-    icon = addAction(QIcon(), LeadingPosition);
+    m_icon = addAction(QIcon(), LeadingPosition);
     for (QToolButton* button : findChildren<QToolButton*>())
-        button->setAccessibleName(translated(button->defaultAction() == icon ? "Search icon" : "Clear"));
+        button->setAccessibleName(translated(button->defaultAction() == m_icon ? "Search icon" : "Clear"));
     applyColors();
+    m_selectAllTimer.setSingleShot(true);
+    m_selectAllTimer.setInterval(0);
+    m_selectAllTimer.callOnTimeout(this, &SearchField::selectWholeText);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
         const std::string value = text.toStdString();
         debugLog("controlTextDidChange value=", value);
@@ -75,7 +81,7 @@ void SearchField::showText(const std::string& text) {
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event) {
-    const auto* callback = isComposing ? nullptr : callbackFor(*event);
+    const auto* callback = m_isComposing ? nullptr : callbackFor(*event);
     if (callback)
         (*callback)();
     else
@@ -104,91 +110,93 @@ const std::function<void()>* SearchField::callbackFor(const QKeyEvent& event) co
 }
 
 void SearchField::inputMethodEvent(QInputMethodEvent* event) {
-    isComposing = !event->preeditString().isEmpty();
+    m_isComposing = !event->preeditString().isEmpty();
     QLineEdit::inputMethodEvent(event);
 }
 
 void SearchField::focusInEvent(QFocusEvent* event) {
-    if (!isFirstResponder) {
+    if (!m_isFocusWidget) {
         gainFocus(event->reason());
-        // What is selected is up to selectAllOnFocus alone.
+        // Only selectAllOnFocus decides what is selected.
         QFocusEvent gained(event->type(),
-                           isByKeyboard(event->reason()) ? Qt::OtherFocusReason : event->reason());
+                           selectsAllByDefault(event->reason()) ? Qt::OtherFocusReason : event->reason());
         QLineEdit::focusInEvent(&gained);
         return;
     }
     QLineEdit::focusInEvent(event);
     if (selectAllOnFocus && event->reason() == Qt::ActiveWindowFocusReason) {
         debugLog("windowDidBecomeKey reselect");
-        scheduleSelectAll(1);
+        m_selectAllTimer.start();
     }
 }
 
 void SearchField::gainFocus(Qt::FocusReason reason) {
     debugLog("becomeFirstResponder start selectAllOnFocus=", textOf(selectAllOnFocus),
-             " shouldSelectAllAfterMouseDown=", textOf(shouldSelectAllAfterMouseDown));
-    isFirstResponder = true;
-    debugLog("becomeFirstResponder end becameFirstResponder=", textOf(isFirstResponder));
+             " shouldSelectAllAfterMouseDown=", textOf(m_selectsAllOnRelease));
+    m_isFocusWidget = true;
+    debugLog("becomeFirstResponder end becameFirstResponder=", textOf(m_isFocusWidget));
     if (!selectAllOnFocus)
         return;
     const bool isPress = reason == Qt::MouseFocusReason;
-    shouldSelectAllAfterMouseDown = isPress && QGuiApplication::mouseButtons() == Qt::LeftButton;
+    m_selectsAllOnRelease = isPress && QGuiApplication::mouseButtons() == Qt::LeftButton;
     debugLog("becomeFirstResponder currentEventType=", isPress ? "MouseButtonPress" : "none",
-             " isMouseDrivenFocus=", textOf(shouldSelectAllAfterMouseDown));
-    if (!shouldSelectAllAfterMouseDown)
-        scheduleSelectAll(1);
+             " isMouseDrivenFocus=", textOf(m_selectsAllOnRelease));
+    if (!m_selectsAllOnRelease)
+        m_selectAllTimer.start();
 }
 
 void SearchField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    isComposing = false;
-    shouldSelectAllAfterMouseDown = false; // the release may never arrive
-    if (!isInterruption(event->reason()))
-        isFirstResponder = false;
+    m_isComposing = false;
+    m_selectsAllOnRelease = false; // the release may be lost
+    if (!isTemporary(event->reason()))
+        m_isFocusWidget = false;
 }
 
 void SearchField::mousePressEvent(QMouseEvent* event) {
-    notePress(*event);
+    handlePress(*event);
     QLineEdit::mousePressEvent(event);
 }
 
 void SearchField::mouseDoubleClickEvent(QMouseEvent* event) {
-    notePress(*event);
+    handlePress(*event);
     QLineEdit::mouseDoubleClickEvent(event);
 }
 
-void SearchField::notePress(const QMouseEvent& press) {
+void SearchField::handlePress(const QMouseEvent& press) {
     if (press.button() != Qt::RightButton)
-        ++selectAllRequest; // this press places the caret, for a middle click's paste too
+        m_selectAllTimer.stop();
     if (press.button() != Qt::LeftButton)
         return;
-    clickCount = clicks.count(press);
-    debugLog("mouseDown clickCount=", std::to_string(clickCount),
-             " shouldSelectAllAfterMouseDown=", textOf(shouldSelectAllAfterMouseDown));
+    countClick(press);
+    debugLog("mouseDown clickCount=", std::to_string(m_clickCount),
+             " shouldSelectAllAfterMouseDown=", textOf(m_selectsAllOnRelease));
+}
+
+void SearchField::countClick(const QMouseEvent& press) {
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const QPoint position = press.globalPosition().toPoint();
+    const QPoint moved = position - m_lastPressPosition;
+    const bool isNear =
+        std::max(std::abs(moved.x()), std::abs(moved.y())) <= hints.mouseDoubleClickDistance();
+    const bool isSoon =
+        press.timestamp() - m_lastPressTime < static_cast<quint64>(hints.mouseDoubleClickInterval());
+    m_clickCount = isNear && isSoon ? m_clickCount + 1 : 1;
+    m_lastPressTime = press.timestamp();
+    m_lastPressPosition = position;
 }
 
 void SearchField::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
     if (event->button() != Qt::LeftButton)
         return;
-    if (std::exchange(shouldSelectAllAfterMouseDown, false) && clickCount == 1)
-        scheduleSelectAll(2);
-}
-
-void SearchField::scheduleSelectAll(int deferrals) {
-    QTimer::singleShot(0, this, [this, deferrals, request = selectAllRequest] {
-        if (request != selectAllRequest)
-            return;
-        if (deferrals > 1)
-            scheduleSelectAll(deferrals - 1);
-        else
-            selectWholeText();
-    });
+    if (std::exchange(m_selectsAllOnRelease, false) && m_clickCount == 1)
+        m_selectAllTimer.start();
 }
 
 void SearchField::selectWholeText() {
-    if (isComposing) // selecting would end the composition
-        return;
+    if (m_isComposing)
+        return; // selecting would end the composition
     if (!hasFocus()) {
         debugLog("selectAllText via selectText");
         setFocus(Qt::OtherFocusReason);
@@ -202,14 +210,14 @@ void SearchField::selectWholeText() {
 
 void SearchField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && icon)
+    if (event->type() == QEvent::PaletteChange && m_icon)
         applyColors();
 }
 
 void SearchField::applyColors() {
-    // From the application's palette: the field's own already carries the colour that is set here.
+    // The field's own palette already has the colour that is set here.
     const QPalette& system = QGuiApplication::palette();
-    icon->setIcon(tintedIcon("search", secondaryTextColor(system)));
+    m_icon->setIcon(tintedIcon("search", secondaryTextColor(system)));
     QPalette own = palette();
     own.setColor(QPalette::Base, searchFieldColor(system));
     if (own != palette())

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/ClickCounter.h"
-
 #include <QLineEdit>
+#include <QPoint>
+#include <QTimer>
 
 #include <functional>
 #include <string>
@@ -10,20 +10,19 @@
 
 namespace kavendra {
 
-/// The field that the query is typed into. It keeps the focus while one works: the keys that mean the table
-/// go to the callbacks, all others edit. While an input method composes, every key belongs to the
-/// composition.
+/// The field for the query. It keeps the focus while the user works: keys that act on the table call the
+/// callbacks, all others edit the text. During an input method composition all keys go to the input method.
 ///
-/// With selectAllOnFocus the whole text is selected, ready to be typed over, when the field gains the focus
-/// and when its window is activated again; a click of the left button that brings the focus does so once the
-/// button is released. Without it nothing is selected by itself, however the focus arrives.
+/// With selectAllOnFocus, all text is selected when the field gains the focus and when its window is
+/// activated again. If a click of the left button brings the focus, this happens after the release, and not
+/// for a double click, which selects a word. Without selectAllOnFocus, gaining the focus never selects.
 class SearchField final : public QLineEdit {
 public:
     explicit SearchField(QWidget* parent = nullptr);
 
     bool selectAllOnFocus = false;
 
-    std::function<void(std::string text)> onTextChange;
+    std::function<void(std::string text)> onTextChange;    ///< the user has edited the text
     std::function<void(std::string_view line)> onDebugLog; ///< may be empty
     std::function<void()> onSubmit;
     std::function<void()> onMoveUp;
@@ -31,7 +30,7 @@ public:
     std::function<void()> onMoveToBeginning;
     std::function<void()> onMoveToEnd;
 
-    /// Shows a text that did not come from the field; a text that it shows already leaves the caret alone.
+    /// Replaces the text without calling onTextChange; no-op, caret included, if the text is the same.
     void showText(const std::string& text);
 
 protected:
@@ -47,21 +46,30 @@ protected:
 private:
     const std::function<void()>* callbackFor(const QKeyEvent& event) const;
     void gainFocus(Qt::FocusReason reason);
-    void notePress(const QMouseEvent& press);
-    void scheduleSelectAll(int deferrals);
+    void handlePress(const QMouseEvent& press);
+    void countClick(const QMouseEvent& press);
     void selectWholeText();
     void applyColors();
 
     template <typename... Pieces>
     void debugLog(const Pieces&... pieces) const;
 
-    QAction* icon = nullptr;
-    bool isComposing = false;
-    bool isFirstResponder = false; ///< it has the focus within its window, active or not
-    bool shouldSelectAllAfterMouseDown = false;
-    int selectAllRequest = 0; ///< what is scheduled counts only while this stays the same
-    ClickCounter clicks;
-    int clickCount = 0; ///< of the last press of the left button
+    QAction* m_icon = nullptr;
+    bool m_isComposing = false;
+
+    // How select-all works: m_selectAllTimer fires once the event that requested it has been handled; any
+    // press but a right one stops it, because that press places the caret. A left press that brings the focus
+    // sets m_selectsAllOnRelease instead, and the release starts the timer.
+    QTimer m_selectAllTimer;
+    bool m_selectsAllOnRelease = false;
+    /// Whether the field is its window's focus widget. It stays so while the window is inactive or a menu is
+    /// open, so that returning from there does not count as gaining the focus.
+    bool m_isFocusWidget = false;
+
+    // The last press of the left button. Qt itself counts no further than a double click.
+    int m_clickCount = 0;
+    quint64 m_lastPressTime = 0; ///< timestamp of the window system, in milliseconds
+    QPoint m_lastPressPosition;  ///< on the screen
 };
 
 } // namespace kavendra

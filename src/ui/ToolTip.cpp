@@ -21,12 +21,13 @@ namespace kavendra {
 
 namespace {
 
-constexpr int usualLineLength = 80;            ///< in average characters
+constexpr int initialLineLength = 80;          ///< in average characters
 constexpr int padding = 4;                     ///< on every side of the text, in points
-constexpr QPoint offsetFromPointer(2, 20);     ///< below the arrow of usual size
-constexpr qsizetype maximumLength = 16 * 1024; ///< more than a screen shows; bounds the time for the layout
+constexpr QPoint offsetFromPointer(2, 20);     ///< clears an arrow pointer of normal size
+constexpr qsizetype maximumLength = 16 * 1024; ///< more than fits a screen; bounds the time for the layout
 
-int millisecondsShown(qsizetype length) {
+/// Returns how long a text is shown, in milliseconds: the same as QToolTip.
+int displayTime(qsizetype length) {
     return static_cast<int>(10000 + 40 * std::max<qsizetype>(0, length - 100));
 }
 
@@ -46,10 +47,10 @@ public:
         setForegroundRole(QPalette::ToolTipText);
         layOut(textDirection);
         QCoreApplication::instance()->installEventFilter(this);
-        QTimer::singleShot(millisecondsShown(text.size()), this, &QWidget::close);
+        QTimer::singleShot(displayTime(text.size()), this, &QWidget::close);
     }
 
-    bool isOf(const QRect& area, const QString& text) const { return area == m_area && text == m_text; }
+    bool shows(const QRect& area, const QString& text) const { return area == m_area && text == m_text; }
 
     void showNear(const QPoint& globalPosition) {
         const QRect screen = m_owner.screen()->availableGeometry();
@@ -114,9 +115,9 @@ private:
         m_document.setUndoRedoEnabled(false);
         m_document.setPlainText(m_text.left(maximumLength));
         const QSize room = m_owner.screen()->availableGeometry().size() - QSize(2 * padding, 2 * padding);
-        int width = std::min(fontMetrics().averageCharWidth() * usualLineLength, room.width());
+        int width = std::min(fontMetrics().averageCharWidth() * initialLineLength, room.width());
         m_document.setTextWidth(width);
-        // Long texts get longer lines rather than a column over the whole screen.
+        // Widen long texts until they take at most a third of the screen's height, if they can.
         while (m_document.size().height() > room.height() / 3 && width < room.width()) {
             width = std::min(width * 3 / 2, room.width());
             m_document.setTextWidth(width);
@@ -127,6 +128,7 @@ private:
         resize(m_document.size().toSize() + QSize(2 * padding, 2 * padding));
     }
 
+    /// Replaces the end of the text, from the last line that fits `room`, by an ellipsis.
     void cutTo(const QSize& room) {
         const int lastLine = room.height() - fontMetrics().height();
         QTextCursor cursor(&m_document);
@@ -146,7 +148,7 @@ private:
 void showToolTip(QWidget& widget, const QPoint& globalPosition, const QRect& area, const QString& text,
                  Qt::LayoutDirection textDirection) {
     for (QWidget* child : widget.findChildren<QWidget*>("toolTip", Qt::FindDirectChildrenOnly)) {
-        if (child->isVisible() && static_cast<ToolTip*>(child)->isOf(area, text))
+        if (child->isVisible() && static_cast<ToolTip*>(child)->shows(area, text))
             return;
         child->close();
     }

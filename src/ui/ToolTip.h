@@ -9,10 +9,10 @@ class QWidget;
 
 namespace kavendra {
 
-/// Shows all of a plain text as the tooltip of a part of a widget, until the pointer leaves that part or
-/// something is pressed. Long words are broken between any two characters, which Qt's own tooltips cannot do;
-/// what no screen could show is cut at its end. An empty text hides the tooltip.
-/// `globalPosition` is the pointer's, `area` is in the widget's coordinates.
+/// Shows a plain text as the tooltip of `area`, a part of the widget in its coordinates, until the pointer
+/// leaves the area or a key or button is pressed; an empty text hides the tooltip. Unlike QToolTip, it breaks
+/// long words between any two characters. A text that is larger than the screen is cut at its end.
+/// `globalPosition` is the pointer's position on the screen.
 void showToolTip(QWidget& widget, const QPoint& globalPosition, const QRect& area, const QString& text,
                  Qt::LayoutDirection textDirection);
 
