@@ -51,7 +51,8 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(maximumQueryLength);
     m_icon = addAction(QIcon(), LeadingPosition);
     for (QToolButton* button : findChildren<QToolButton*>())
-        button->setAccessibleName(translated(button->defaultAction() == m_icon ? "Search icon" : "Clear"));
+        button->setAccessibleName(button->defaultAction() == m_icon ? translated("Search icon")
+                                                                  : translated("Clear"));
     applyColors();
     m_selectAllTimer.setSingleShot(true);
     m_selectAllTimer.setInterval(0);
