@@ -2,197 +2,197 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
-    <name>kavendra</name>
-    <message>
-        <source>Search Title, Command, Params, Keywords</source>
+    <name></name>
+    <message id="Search Title, Command, Params, Keywords">
+        <source></source>
         <translation>Title、Command、Params、Keywords を検索</translation>
     </message>
-    <message>
-        <source>Search</source>
+    <message id="Search">
+        <source></source>
         <translation>検索</translation>
     </message>
-    <message>
-        <source>Search icon</source>
+    <message id="Search icon">
+        <source></source>
         <translation>検索のアイコン</translation>
     </message>
-    <message>
-        <source>Clear</source>
+    <message id="Clear">
+        <source></source>
         <translation>消去</translation>
     </message>
-    <message>
-        <source>Launch items</source>
+    <message id="Launch items">
+        <source></source>
         <translation>起動項目</translation>
     </message>
-    <message>
-        <source>Status</source>
+    <message id="Status">
+        <source></source>
         <translation>状況</translation>
     </message>
-    <message>
-        <source>%1 items</source>
+    <message id="%1 items">
+        <source></source>
         <translation>%1 項目</translation>
     </message>
-    <message>
-        <source>Message</source>
+    <message id="Message">
+        <source></source>
         <translation>メッセージ</translation>
     </message>
-    <message>
-        <source>OK</source>
+    <message id="OK">
+        <source></source>
         <translation>OK</translation>
     </message>
-    <message>
-        <source>Yes</source>
+    <message id="Yes">
+        <source></source>
         <translation>はい</translation>
     </message>
-    <message>
-        <source>No</source>
+    <message id="No">
+        <source></source>
         <translation>いいえ</translation>
     </message>
-    <message>
-        <source>Register kavendra to startup?</source>
+    <message id="Register kavendra to startup?">
+        <source></source>
         <translation>kavendra をログイン時に起動するよう登録しますか？</translation>
     </message>
-    <message>
-        <source>Remove kavendra from startup?</source>
+    <message id="Remove kavendra from startup?">
+        <source></source>
         <translation>kavendra をログイン時の起動から外しますか？</translation>
     </message>
-    <message>
-        <source>Choose Data Directory</source>
+    <message id="Choose Data Directory">
+        <source></source>
         <translation>データディレクトリを選択</translation>
     </message>
-    <message>
-        <source>Select the folder that contains launch data files.</source>
+    <message id="Select the folder that contains launch data files.">
+        <source></source>
         <translation>起動データファイルのあるフォルダを選択してください。</translation>
     </message>
-    <message>
-        <source>Choose</source>
+    <message id="Choose">
+        <source></source>
         <translation>選択</translation>
     </message>
-    <message>
-        <source>Settings</source>
+    <message id="Settings">
+        <source></source>
         <translation>設定</translation>
     </message>
-    <message>
-        <source>Search path</source>
+    <message id="Search path">
+        <source></source>
         <translation>検索欄のパス</translation>
     </message>
-    <message>
-        <source>Open or copy this path</source>
+    <message id="Open or copy this path">
+        <source></source>
         <translation>このパスを開く・コピーする</translation>
     </message>
-    <message>
-        <source>Select All Text on Focus</source>
+    <message id="Select All Text on Focus">
+        <source></source>
         <translation>フォーカス時にテキストをすべて選択</translation>
     </message>
-    <message>
-        <source>Show Status Message</source>
+    <message id="Show Status Message">
+        <source></source>
         <translation>状況メッセージを表示</translation>
     </message>
-    <message>
-        <source>Show Debug Summary</source>
+    <message id="Show Debug Summary">
+        <source></source>
         <translation>デバッグ情報を表示</translation>
     </message>
-    <message>
-        <source>Show Built-in Items</source>
+    <message id="Show Built-in Items">
+        <source></source>
         <translation>組み込み項目を表示</translation>
     </message>
-    <message>
-        <source>Appearance</source>
+    <message id="Appearance">
+        <source></source>
         <translation>外観</translation>
     </message>
-    <message>
-        <source>Open Config/Log Directory</source>
+    <message id="Open Config/Log Directory">
+        <source></source>
         <translation>設定・ログディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Launch at Login</source>
+    <message id="Launch at Login">
+        <source></source>
         <translation>ログイン時に起動</translation>
     </message>
-    <message>
-        <source>Open Data Directory</source>
+    <message id="Open Data Directory">
+        <source></source>
         <translation>データディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Change Data Directory...</source>
+    <message id="Change Data Directory...">
+        <source></source>
         <translation>データディレクトリを変更...</translation>
     </message>
-    <message>
-        <source>Reload Data Files</source>
+    <message id="Reload Data Files">
+        <source></source>
         <translation>データファイルを再読み込み</translation>
     </message>
-    <message>
-        <source>Open Parent Directory</source>
+    <message id="Open Parent Directory">
+        <source></source>
         <translation>親ディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Copy to Clipboard</source>
+    <message id="Copy to Clipboard">
+        <source></source>
         <translation>クリップボードにコピー</translation>
     </message>
-    <message>
-        <source>Copy Command to Execute</source>
+    <message id="Copy Command to Execute">
+        <source></source>
         <translation>実行するコマンドをコピー</translation>
     </message>
-    <message>
-        <source>Copy Cell Value</source>
+    <message id="Copy Cell Value">
+        <source></source>
         <translation>セルの値をコピー</translation>
     </message>
-    <message>
-        <source>Copy Row</source>
+    <message id="Copy Row">
+        <source></source>
         <translation>行をコピー</translation>
     </message>
-    <message>
-        <source>Open in Excel</source>
+    <message id="Open in Excel">
+        <source></source>
         <translation>Excel で開く</translation>
     </message>
-    <message>
-        <source>Read-Only</source>
+    <message id="Read-Only">
+        <source></source>
         <translation>読み取り専用</translation>
     </message>
-    <message>
-        <source>New Session</source>
+    <message id="New Session">
+        <source></source>
         <translation>新しいセッション</translation>
     </message>
-    <message>
-        <source>New Session + Read-Only</source>
+    <message id="New Session + Read-Only">
+        <source></source>
         <translation>新しいセッション + 読み取り専用</translation>
     </message>
-    <message>
-        <source>Open Data File (%1)</source>
+    <message id="Open Data File (%1)">
+        <source></source>
         <translation>データファイルを開く (%1)</translation>
     </message>
-    <message>
-        <source>Open</source>
+    <message id="Open">
+        <source></source>
         <translation>開く</translation>
     </message>
-    <message>
-        <source>Open Excel</source>
+    <message id="Open Excel">
+        <source></source>
         <translation>Excel で開く</translation>
     </message>
-    <message>
-        <source>Open File with Associated App</source>
+    <message id="Open File with Associated App">
+        <source></source>
         <translation>関連付けられたアプリでファイルを開く</translation>
     </message>
-    <message>
-        <source>Open File with %1</source>
+    <message id="Open File with %1">
+        <source></source>
         <translation>%1 でファイルを開く</translation>
     </message>
-    <message>
-        <source>Open Directory with Finder</source>
+    <message id="Open Directory with Finder">
+        <source></source>
         <translation>Finder でディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Open Directory with Terminal</source>
+    <message id="Open Directory with Terminal">
+        <source></source>
         <translation>ターミナルでディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Open Directory with %1</source>
+    <message id="Open Directory with %1">
+        <source></source>
         <translation>%1 でディレクトリを開く</translation>
     </message>
-    <message>
-        <source>Copy Directory</source>
+    <message id="Copy Directory">
+        <source></source>
         <translation>ディレクトリをコピー</translation>
     </message>
-    <message>
-        <source>Copy Filename</source>
+    <message id="Copy Filename">
+        <source></source>
         <translation>ファイル名をコピー</translation>
     </message>
 </context>

@@ -23,7 +23,7 @@ void installTranslations() {
 }
 
 QString translated(const char* english) {
-    return QCoreApplication::translate("kavendra", english);
+    return qtTrId(english);
 }
 
 } // namespace kavendra

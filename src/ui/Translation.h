@@ -4,11 +4,12 @@
 
 namespace kavendra {
 
-/// Makes the application speak the language of the locale, where there is a translation. Without it, or for
-/// a text that has none, the English stands. The application must exist.
+/// Installs the translations of Qt and of this program for the language of the locale, where they exist.
+/// Requires the application object.
 void installTranslations();
 
-/// Returns a text of a menu, a dialog or the window in the person's language, from resources/i18n.
+/// Returns the translation of an English text, or the text itself when there is none. lupdate finds the
+/// literals given to this function and to KAVENDRA_TEXT.
 QString translated(const char* english);
 
 } // namespace kavendra
