@@ -1,18 +1,15 @@
-"""What the window of kavendra shows, through the accessibility bus, as a screen reader would read it."""
-
-import sys
-import time
+"""Reads the window of kavendra through the accessibility bus, as a screen reader does."""
 
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import Atspi  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402, F401
 
 SECONDS_TO_WAIT = 10
 
 
 def descendants(accessible):
-    """All below an accessible but the cells of tables."""
+    """All widgets below one, except the cells of tables."""
     for index in range(accessible.get_child_count()):
         child = accessible.get_child_at_index(index)
         if child is None:
@@ -32,7 +29,7 @@ def windows():
 
 
 def shown(role=None):
-    """All that is on the screen below the windows, or only below those of a role."""
+    """The visible widgets of the windows, or only of the windows with a role."""
     for window in windows():
         if window is not None and role in (None, window.get_role_name()):
             for each in descendants(window):
@@ -41,17 +38,21 @@ def shown(role=None):
 
 
 def named(name):
-    """The first thing of that name that is on the screen, None when there is none."""
+    """The first visible widget of that name, or None."""
     return next((each for each in shown() if each.get_name() == name), None)
 
 
-def wait_and_print(answer):
-    """Prints the first answer there is; ends with 1 when there is none within ten seconds."""
-    deadline = time.monotonic() + SECONDS_TO_WAIT
-    while time.monotonic() < deadline:
-        text = answer()
-        if text:
-            print(text)
-            sys.exit(0)
-        time.sleep(0.1)
-    sys.exit("nothing found on the accessibility bus")
+def position(widget, x=0.5, y=0.5):
+    """The screen position of a widget, given itself or by name: its centre, or the shares x and y of its width and
+    height (above 1: y points below its top). None when there is no such widget."""
+    widget = named(widget) if isinstance(widget, str) else widget
+    if widget is None:
+        return None
+    box = widget.get_extents(Atspi.CoordType.SCREEN)
+    return int(box.x + box.width * x), int(box.y + (y if y > 1 else box.height * y))
+
+
+def status():
+    """The labels of the status line, joined with " | "; empty when there is no window."""
+    line = named("Status")
+    return " | ".join(label.get_name() for label in descendants(line)) if line else ""
