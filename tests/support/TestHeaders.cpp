@@ -1,0 +1,1 @@
+// The source of the library that holds the precompiled headers.
