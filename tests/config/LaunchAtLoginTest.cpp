@@ -6,43 +6,40 @@
 
 namespace kavendra {
 
-namespace {
-
 using enum StartupRegistrationStatus;
 using enum StartupRegistrationAction;
 
-} // namespace
-
-TEST(LaunchAtLogin, onlyWhatIsEnabledIsRemoved) {
+TEST(LaunchAtLogin, removalIsOfferedOnlyWhenEnabled) {
     EXPECT_EQ(requestedStartupAction(enabled), unregisterApp);
     for (const StartupRegistrationStatus status : {notRegistered, requiresApproval, notFound})
         EXPECT_EQ(requestedStartupAction(status), registerApp);
+    EXPECT_EQ(confirmationMessage(registerApp), "Register kavendra to startup?");
+    EXPECT_EQ(confirmationMessage(unregisterApp), "Remove kavendra from startup?");
 }
 
-TEST(LaunchAtLogin, theOutcomeFollowsThePlatformsAnswerAndTheStatusAfterIt) {
-    const Result<void> done;
+TEST(LaunchAtLogin, messageFollowsTheResultAndTheNewStatus) {
     const Result<void> noSpace = std::unexpected(Error{"/a: No space left on device"});
     const std::string failed = "! Failed to update startup registration: ";
     struct Case {
-        Result<void> answer;
-        StartupRegistrationStatus after;
+        Result<void> result;
+        StartupRegistrationStatus status;
         std::string message;
     };
-    for (const auto& [answer, after, message] : {
-             Case{done, enabled, "Enabled launch at login"},
-             Case{done, notRegistered, "Disabled launch at login"},
-             Case{done, requiresApproval, "Launch at login requires approval in System Settings"},
-             Case{done, static_cast<StartupRegistrationStatus>(7), "Updated launch at login"},
-             Case{done, notFound, failed + "App service not found"},
+    for (const auto& [result, status, message] : {
+             Case{{}, enabled, "Enabled launch at login"},
+             Case{{}, notRegistered, "Disabled launch at login"},
+             Case{{}, requiresApproval, "Launch at login requires approval in System Settings"},
+             Case{{}, static_cast<StartupRegistrationStatus>(7), "Updated launch at login"},
+             Case{{}, notFound, failed + "App service not found"},
              Case{noSpace, requiresApproval, failed + "/a: No space left on device"},
          })
         for (const StartupRegistrationAction action : {registerApp, unregisterApp}) {
             RecordingDesktop desktop;
-            desktop.startupStatusAfterChange = after;
-            desktop.startupResult = answer;
-            const auto [status, told] = changeStartupRegistration(desktop, action);
-            EXPECT_EQ(status, after);
-            EXPECT_EQ(told ? *told : "! " + told.error().description, message);
+            desktop.startupStatusAfterChange = status;
+            desktop.startupResult = result;
+            const StartupChange change = changeStartupRegistration(desktop, action);
+            EXPECT_EQ(change.status, status);
+            EXPECT_EQ(change.message ? *change.message : "! " + change.message.error().description, message);
             EXPECT_EQ(desktop.calls,
                       std::vector<std::string>{action == registerApp ? "enableLaunchAtLogin"
                                                                      : "disableLaunchAtLogin"});

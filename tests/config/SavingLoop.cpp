@@ -1,6 +1,6 @@
-// A program for tools/kill-test.
-// usage: saving_loop save DIRECTORY   saves settings and state there without pause until it is killed
-//        saving_loop check DIRECTORY  succeeds when both files hold one whole save
+// Program for tools/kill-test.
+// usage: saving_loop save DIRECTORY   saves settings and state until it is killed
+//        saving_loop check DIRECTORY  succeeds if both files hold one complete save
 #include "config/JSONEncoding.h"
 #include "config/SettingsFile.h"
 #include "config/StateFile.h"
@@ -18,7 +18,7 @@ namespace {
 
 using namespace kavendra;
 
-/// Returns the settings of a short and of a long file: the end of a mixture of both parses as neither.
+/// Returns the settings of a short or a long file. A mixture of both is invalid.
 LaunchSettings settingsOf(bool isLong) {
     return defaultSettings(std::string(isLong ? 20000 : 20, isLong ? 'l' : 's'));
 }
@@ -27,7 +27,7 @@ LaunchState stateOf(bool isLong) {
     return {{{std::string(isLong ? 20000 : 20, isLong ? 'l' : 's'), 100}}};
 }
 
-/// Saves the same bytes again and again, because making them takes longer than the save that is tried here.
+/// Saves prepared bytes, because encoding them takes longer than the save, which is what is tested.
 bool saveForever(const std::string& directory) {
     const std::array paths{settingsFilePath(directory), stateFilePath(directory)};
     std::vector<std::pair<std::string, std::string>> saves;
