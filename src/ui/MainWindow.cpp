@@ -100,6 +100,9 @@ void MainWindow::layOut() {
 }
 
 void MainWindow::setTexts() {
+    // Before the names: setting a name creates the accessible object, which reads its role once.
+    setAccessibleRole(*this, QAccessible::Window);
+    setAccessibleRole(*m_statusLine, QAccessible::StatusBar);
     setWindowTitle(QStringLiteral("kavendra"));
     SearchField& field = m_searchBar->searchField();
     field.setPlaceholderText(translated("Search Title, Command, Params, Keywords"));
@@ -110,8 +113,6 @@ void MainWindow::setTexts() {
     m_searchBar->settingsButton().setToolTip(translated("Settings"));
     m_table->setAccessibleName(translated("Launch items"));
     m_statusLine->setAccessibleName(translated("Status"));
-    setAccessibleRole(*this, QAccessible::Window);
-    setAccessibleRole(*m_statusLine, QAccessible::StatusBar);
     m_itemCount->setObjectName("itemCount");
     m_statusMessage->setObjectName("statusMessage");
     m_debugSummary->setObjectName("debugSummary");
