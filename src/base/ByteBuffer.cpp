@@ -15,7 +15,7 @@ namespace kavendra {
 
 namespace {
 
-/// From here on a buffer has a mapping of its own: about the size at which whole huge pages fit into it.
+/// The smallest capacity with its own memory mapping: large enough for whole huge pages.
 constexpr std::size_t mappedFrom = std::size_t{4} << 20;
 
 bool isMapped(std::size_t capacity) {
@@ -41,7 +41,7 @@ char* allocate(std::size_t capacity) {
     if (mapping == MAP_FAILED)
         throw std::bad_alloc();
 #ifdef MADV_HUGEPAGE
-    madvise(mapping, size, MADV_HUGEPAGE); // Only advice: small pages work as well, slower.
+    madvise(mapping, size, MADV_HUGEPAGE); // may fail; small pages are only slower
 #endif
     return static_cast<char*>(mapping);
 }
@@ -57,7 +57,7 @@ void release(char* bytes, std::size_t capacity) {
 
 } // namespace
 
-ByteBuffer::ByteBuffer(std::size_t capacity) : bytes(allocate(capacity)), room(capacity) {
+ByteBuffer::ByteBuffer(std::size_t capacity) : m_bytes(allocate(capacity)), m_capacity(capacity) {
     setSize(0);
 }
 
@@ -66,32 +66,32 @@ ByteBuffer::ByteBuffer(std::string_view content) : ByteBuffer(content.size()) {
 }
 
 ByteBuffer::ByteBuffer(ByteBuffer&& other) noexcept
-    : bytes(std::exchange(other.bytes, nullptr)), length(std::exchange(other.length, 0)),
-      room(std::exchange(other.room, 0)) {}
+    : m_bytes(std::exchange(other.m_bytes, nullptr)), m_size(std::exchange(other.m_size, 0)),
+      m_capacity(std::exchange(other.m_capacity, 0)) {}
 
 ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
     if (this != &other) {
-        release(bytes, room);
-        bytes = std::exchange(other.bytes, nullptr);
-        length = std::exchange(other.length, 0);
-        room = std::exchange(other.room, 0);
+        release(m_bytes, m_capacity);
+        m_bytes = std::exchange(other.m_bytes, nullptr);
+        m_size = std::exchange(other.m_size, 0);
+        m_capacity = std::exchange(other.m_capacity, 0);
     }
     return *this;
 }
 
 ByteBuffer::~ByteBuffer() {
-    release(bytes, room);
+    release(m_bytes, m_capacity);
 }
 
 void ByteBuffer::setSize(std::size_t size) {
-    if (!bytes)
+    if (!m_bytes)
         return;
-    length = std::min(size, room);
-    std::memset(bytes + length, 0, padding);
+    m_size = std::min(size, m_capacity);
+    std::memset(m_bytes + m_size, 0, padding);
 }
 
 void ByteBuffer::reserve(std::size_t capacity) {
-    if (bytes && capacity <= room)
+    if (m_bytes && capacity <= m_capacity)
         return;
 #ifdef MREMAP_MAYMOVE
     if (bytes && isMapped(room)) {
@@ -114,29 +114,29 @@ void ByteBuffer::reserve(std::size_t capacity) {
 void ByteBuffer::append(std::string_view more) {
     if (more.empty())
         return;
-    if (more.size() > room - length) {
-        // `more` may be a part of this buffer, so the old bytes live until it is copied.
-        ByteBuffer larger(std::max(length + more.size(), length + length / 2));
+    if (more.size() > m_capacity - m_size) {
+        // `more` may be part of this buffer, so the old bytes are kept until it is copied.
+        ByteBuffer larger(std::max(m_size + more.size(), m_size + m_size / 2));
         larger.append(view());
         larger.append(more);
         *this = std::move(larger);
         return;
     }
-    std::memmove(bytes + length, more.data(), more.size());
-    setSize(length + more.size());
+    std::memmove(m_bytes + m_size, more.data(), more.size());
+    setSize(m_size + more.size());
 }
 
 void ByteBuffer::shrinkToFit() {
-    if (!bytes || length == room)
+    if (!m_bytes || m_size == m_capacity)
         return;
-    if (!isMapped(length)) {
+    if (!isMapped(m_size)) {
         *this = ByteBuffer(view());
         return;
     }
-    const std::size_t kept = mappingSize(length);
-    if (kept < mappingSize(room))
-        munmap(bytes + kept, mappingSize(room) - kept);
-    room = length;
+    const std::size_t kept = mappingSize(m_size);
+    if (kept < mappingSize(m_capacity))
+        munmap(m_bytes + kept, mappingSize(m_capacity) - kept);
+    m_capacity = m_size;
 }
 
 } // namespace kavendra

@@ -5,19 +5,19 @@
 
 namespace kavendra {
 
-/// Owned bytes: a file that was read, or an arena of text that rows point into. Moves without copying.
+/// Owned bytes: the content of a file, or the text that items refer to. Moved without copying.
 ///
-/// Large buffers live in memory of their own, in huge pages where the system has them, because page
-/// faults are most of the cost of reading a large file. `padding` zero bytes may be read past the end,
-/// so that a scan in blocks needs no special case for the last one.
+/// Large buffers have their own memory mapping, in huge pages where available, because page faults are most
+/// of the cost of reading a large file. `padding` zero bytes after the end may be read, so that a scan in
+/// blocks needs no special case for the last block.
 class ByteBuffer {
 public:
     static constexpr std::size_t padding = 64;
 
     ByteBuffer() = default;
-    /// Room for `capacity` bytes, none of them used yet. Throws std::bad_alloc.
+    /// Reserves `capacity` bytes; the size is 0. Throws std::bad_alloc.
     explicit ByteBuffer(std::size_t capacity);
-    /// A copy of `bytes`.
+    /// Copies `bytes`. Throws std::bad_alloc.
     explicit ByteBuffer(std::string_view bytes);
     ByteBuffer(ByteBuffer&& other) noexcept;
     ByteBuffer& operator=(ByteBuffer&& other) noexcept;
@@ -25,25 +25,25 @@ public:
     ByteBuffer& operator=(const ByteBuffer&) = delete;
     ~ByteBuffer();
 
-    char* data() { return bytes; }
-    const char* data() const { return bytes; }
-    std::size_t size() const { return length; }
-    std::size_t capacity() const { return room; }
-    std::string_view view() const { return {bytes, length}; }
+    char* data() { return m_bytes; }
+    const char* data() const { return m_bytes; }
+    std::size_t size() const { return m_size; }
+    std::size_t capacity() const { return m_capacity; }
+    std::string_view view() const { return {m_bytes, m_size}; }
 
-    /// Sets the size, at most the capacity; the bytes that are new are not initialised, the padding is.
+    /// Sets the size, at most to the capacity. New bytes are not initialised; the padding is set to zero.
     void setSize(std::size_t size);
-    /// Makes the capacity at least `capacity`, keeping the bytes. Throws std::bad_alloc.
+    /// Increases the capacity to at least `capacity`. Throws std::bad_alloc.
     void reserve(std::size_t capacity);
-    /// Appends, growing by half when there is no room. Throws std::bad_alloc.
+    /// Appends bytes, also of this buffer; grows by half when necessary. Throws std::bad_alloc.
     void append(std::string_view more);
-    /// Gives memory behind the last byte back to the system.
+    /// Releases unused capacity.
     void shrinkToFit();
 
 private:
-    char* bytes = nullptr;
-    std::size_t length = 0;
-    std::size_t room = 0;
+    char* m_bytes = nullptr;
+    std::size_t m_size = 0;
+    std::size_t m_capacity = 0;
 };
 
 } // namespace kavendra

@@ -68,7 +68,7 @@ void appendNormalized(const icu::Normalizer2& normalizer, std::string_view text,
     normalizer.normalizeUTF8(0, piece, sink, nullptr, status);
 }
 
-/// Returns the length of the White_Space character that ends `text`, 0 when another one does.
+/// Returns the length in bytes of the White_Space character at the end of `text`, 0 if there is none.
 std::size_t whiteSpaceSuffix(std::string_view text) {
     if (text.empty())
         return 0;
@@ -177,7 +177,7 @@ std::string hiraganaToKatakana(std::string_view text) {
 bool localizedLess(std::string_view a, std::string_view b) {
     static const std::unique_ptr<icu::Collator> collator = [] {
         UErrorCode status = U_ZERO_ERROR;
-        // The C locale's collation puts all capitals first, which is no order for a reader.
+        // The C locale would order all upper-case letters before the lower-case ones.
         const icu::Locale locale = std::string_view(icu::Locale::getDefault().getVariant()) == "POSIX"
                                        ? icu::Locale::getRoot()
                                        : icu::Locale::getDefault();

@@ -4,35 +4,33 @@
 #include <string_view>
 #include <vector>
 
-/// Text services. Text is UTF-8; bytes that are not valid UTF-8 are kept where a function only cuts, and
-/// read as U+FFFD where it maps characters.
+/// Text services for UTF-8. Functions that only split text keep invalid bytes; functions that map characters
+/// read them as U+FFFD.
 namespace kavendra {
 
-/// Returns `text` without the characters of the Unicode White_Space property at both ends.
+/// Returns `text` without Unicode White_Space characters at both ends.
 std::string_view trimmed(std::string_view text);
 
-/// Whether any character of `text` has the Unicode White_Space property.
+/// Whether `text` has a Unicode White_Space character.
 bool containsWhiteSpace(std::string_view text);
 
-/// Returns the words of `text`: its pieces between characters of the Unicode White_Space property, none
-/// empty.
+/// Returns the non-empty parts of `text` between Unicode White_Space characters.
 std::vector<std::string_view> splitWords(std::string_view text);
 
-/// Returns the length in bytes of the White_Space character that `text` begins with, 0 when it begins with
-/// another one or is empty.
+/// Returns the length in bytes of the White_Space character at the beginning of `text`, 0 if there is none.
 std::size_t whiteSpacePrefix(std::string_view text);
 
-/// Returns `text` in lower case by the Unicode default mapping, whatever the locale.
+/// Returns `text` in lower case by the Unicode default mapping, independent of the locale.
 std::string lowercased(std::string_view text);
 
 /// Returns `text` in Unicode normalisation form C, a run of more than 30 combining marks in pieces.
 std::string normalized(std::string_view text);
 
-/// Returns `text` with every Hiragana character turned into its Katakana (ICU "Hiragana-Katakana").
+/// Returns `text` with Hiragana converted to Katakana (ICU "Hiragana-Katakana").
 std::string hiraganaToKatakana(std::string_view text);
 
-/// Whether `a` stands before `b` for a reader of the process's locale, letter case disregarded; texts that
-/// are equal for such a reader are ordered by their bytes, so the order is the same every time.
+/// Whether `a` is before `b` in the collation order of the process's locale, ignoring case. Texts that are
+/// equal in that order are ordered by their bytes, so the order is always the same.
 bool localizedLess(std::string_view a, std::string_view b);
 
 } // namespace kavendra
