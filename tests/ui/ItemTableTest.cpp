@@ -2,7 +2,9 @@
 
 #include "tests/app/ContentViewFixture.h"
 
-#include <QHeaderView>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTest>
 
@@ -10,6 +12,9 @@ namespace kavendra {
 
 namespace {
 
+using Titles = std::vector<std::string>;
+
+/// The table of the fixture's three items. Its menus have one entry, which names the row and the column.
 class ItemTableTest : public ContentViewFixture {
 protected:
     ItemTableTest() {
@@ -21,6 +26,11 @@ protected:
         table.onColumnWidthChange = [this](const std::string& column, double width) {
             widths.emplace_back(column, width);
         };
+        table.itemMenuProvider = [](const LaunchItem& item, std::optional<ItemColumn> column) {
+            const std::string_view name = column ? properties(*column).identifier : "no column";
+            return Menu{{.title = item.title + ", " + std::string(name)}};
+        };
+        table.generalMenuProvider = [] { return Menu{{.title = "general"}}; };
         content.appear();
         table.resize(1300, 300);
         table.show();
@@ -28,85 +38,144 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&table));
     }
 
-    QPoint pointIn(int row) { return table.visualRect(table.model()->index(row, 0)).center(); }
-    QPoint below() { return {pointIn(2).x(), pointIn(2).y() + 3 * table.rowHeight(2)}; }
+    QRect cell(int row, int column = 0) { return table.visualRect(table.model()->index(row, column)); }
+    QPoint rightOfColumns(int row) { return {table.viewport()->width() - 2, cell(row).center().y()}; }
+    QPoint belowRows() { return cell(2).center() + QPoint(0, 3 * cell(2).height()); }
 
-    void deliver() {
+    static void openMenu(QWidget& widget, QContextMenuEvent::Reason reason, const QPoint& position) {
+        QContextMenuEvent event(reason, position, widget.mapToGlobal(position));
+        QApplication::sendEvent(&widget, &event);
+    }
+
+    void handleEvents() {
         QCoreApplication::processEvents();
         table.showState(state());
     }
 
     ItemTable table;
-    std::vector<std::string> activated;
-    std::vector<std::string> selections;
+    Titles activated;
+    Titles selections;
     std::vector<std::pair<std::string, double>> widths;
 };
 
-using Titles = std::vector<std::string>;
-
 } // namespace
 
-TEST_F(ItemTableTest, showsFiveColumnsOfTheFilteredItems) {
-    content.setSearchText("first");
+TEST_F(ItemTableTest, cellsShowTheFilteredItemsOnOneLine) {
+    writeItems("other,,,\n\"two\nlines\"," + std::string(100000, 'x') +
+               ",a\xE2\x80\xA8"
+               "b,word\n");
+    content.reloadData();
+    content.setSearchText("lines");
     table.showState(state());
     const auto* model = table.model();
     ASSERT_EQ(model->rowCount(), 1);
     QStringList columns;
     for (int column = 0; column < model->columnCount(); ++column)
         columns << model->headerData(column, Qt::Horizontal).toString() + ": " +
-                       model->index(0, column).data().toString();
-    EXPECT_EQ(columns.join("; "), "Title: alpha; Command / Path: https://a.example/; Params: ; "
-                                  "Keywords: first common; Source: items.csv");
+                       model->index(0, column).data().toString().left(15);
+    EXPECT_EQ(columns.join("; "), "Title: two[LF]lines; Command / Path: xxxxxxxxxxxxxxx; Params: a[U+2028]b; "
+                                  "Keywords: word; Source: items.csv");
+    EXPECT_LT(model->index(0, 1).data().toString().size(), 5000);
 }
 
-TEST_F(ItemTableTest, aCompletedClickSelectsAndLaunches) {
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, pointIn(1));
-    deliver();
+TEST_F(ItemTableTest, completedClickSelectsAndLaunches) {
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, cell(1).center());
+    handleEvents();
     EXPECT_EQ(activated, Titles{"beta"});
     EXPECT_EQ(selections, Titles{"beta"});
-    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, {table.viewport()->width() - 5, pointIn(1).y()});
-    EXPECT_EQ(activated.size(), 2U) << "right of the last column too";
-    activated.pop_back();
-    QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, pointIn(1));
-    QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, pointIn(1));
-    EXPECT_EQ(activated.size(), 2U) << "each completed click counts";
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, rightOfColumns(1));
+    EXPECT_EQ(activated.size(), 2U);
+    QTest::mouseDClick(table.viewport(), Qt::LeftButton, {}, cell(1).center());
+    QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, cell(1).center());
+    EXPECT_EQ(activated.size(), 3U) << "a double click's second press counts";
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, belowRows());
+    handleEvents();
+    EXPECT_EQ(activated.size(), 3U);
+    EXPECT_EQ(selections.back(), "nothing") << "a click below the rows deselects";
 }
 
-TEST_F(ItemTableTest, aPressThatLeavesTheRowLaunchesNothing) {
+TEST_F(ItemTableTest, pressLaunchesOnlyIfItStaysOnItsRow) {
     QWidget* rows = table.viewport();
-    QTest::mousePress(rows, Qt::LeftButton, {}, pointIn(1));
-    QTest::mouseMove(rows, pointIn(2));
-    QTest::mouseMove(rows, pointIn(1));
-    QTest::mouseRelease(rows, Qt::LeftButton, {}, pointIn(1));
-    QTest::mousePress(rows, Qt::LeftButton, {}, pointIn(0));
-    QTest::mouseRelease(rows, Qt::LeftButton, {}, pointIn(2));
-    QTest::mousePress(rows, Qt::LeftButton, {}, pointIn(1));
-    QTest::keyClick(&table, Qt::Key_Escape);
-    QTest::mouseRelease(rows, Qt::LeftButton, {}, pointIn(1));
-    QTest::mouseClick(rows, Qt::RightButton, {}, pointIn(1));
+    const QPoint beta = cell(1).center(), gamma = cell(2).center();
+    struct Case {
+        const char* name;
+        std::function<void()> duringPress;
+        QPoint release;
+        Titles activated = {};
+    };
+    for (const auto& [name, duringPress, release, expected] :
+         {Case{"released elsewhere", [] {}, gamma},
+          Case{"away and back", [&] { QTest::mouseMove(rows, gamma), QTest::mouseMove(rows, beta); }, beta},
+          Case{"Escape", [this] { QTest::keyClick(&table, Qt::Key_Escape); }, beta},
+          Case{"right click", [&] { openMenu(*rows, QContextMenuEvent::Mouse, beta); }, beta, {"beta"}},
+          Case{"new rows under the pointer", [this] { content.setSearchText("a"), handleEvents(); }, beta}}) {
+        QTest::mousePress(rows, Qt::LeftButton, {}, beta);
+        duringPress();
+        EXPECT_FALSE(QApplication::activePopupWidget()) << name;
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, release);
+        EXPECT_EQ(std::exchange(activated, {}), expected) << name;
+        QCoreApplication::processEvents();
+    }
+    QTest::mouseClick(rows, Qt::RightButton, {}, beta);
     EXPECT_TRUE(activated.empty());
-    QTest::mouseClick(rows, Qt::LeftButton, {}, below());
-    deliver();
-    EXPECT_TRUE(activated.empty());
-    EXPECT_EQ(selections.back(), "nothing") << "a click below the rows deselects";
 }
 
 TEST_F(ItemTableTest, keysMoveAndLaunch) {
     table.setFocus();
     QTest::keyClick(&table, Qt::Key_Down, Qt::ControlModifier);
-    deliver();
+    handleEvents();
     QTest::keyClick(&table, Qt::Key_Up);
-    deliver();
+    handleEvents();
     QTest::keyClick(&table, Qt::Key_Return);
     QTest::keyClick(&table, Qt::Key_Up, Qt::ControlModifier);
-    deliver();
+    handleEvents();
     QTest::keyClick(&table, Qt::Key_Enter, Qt::KeypadModifier);
     EXPECT_EQ(selections, (Titles{"gamma", "beta", "alpha"}));
     EXPECT_EQ(activated, (Titles{"beta", "alpha"}));
 }
 
-TEST_F(ItemTableTest, aMoveThatStaysOnItsRowScrollsItIntoView) {
-    table.resize(1300, 90); // room for about two rows
+TEST_F(ItemTableTest, menuIsForTheRowAndColumnOnWhichItIsOpened) {
+    struct Case {
+        const char* name;
+        std::function<void()> open;
+        QString menu;
+        std::string selected;
+    };
+    using enum QContextMenuEvent::Reason;
+    table.setFocus();
+    for (const auto& [name, open, menu, selected] :
+         {Case{"cell", [this] { openMenu(*table.viewport(), Mouse, cell(1, 1).center()); }, "beta, Command",
+               "beta"},
+          Case{"right of the columns", [this] { openMenu(*table.viewport(), Mouse, rightOfColumns(2)); },
+               "gamma, no column", "gamma"},
+          Case{"below the rows", [this] { openMenu(*table.viewport(), Mouse, belowRows()); }, "general",
+               "gamma"},
+          Case{"Shift+F10", [this] { QTest::keyClick(&table, Qt::Key_F10, Qt::ShiftModifier); },
+               "gamma, no column", "gamma"},
+          Case{"menu key", [this] { openMenu(table, Keyboard, {}); }, "gamma, no column", "gamma"},
+          Case{"menu key without a selection",
+               [this] {
+                   content.select(std::nullopt), handleEvents();
+                   openMenu(table, Keyboard, {});
+               },
+               "general", "nothing"}}) {
+        SCOPED_TRACE(name);
+        open();
+        const auto* opened = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_TRUE(opened);
+        EXPECT_EQ(opened->actions()[0]->text(), menu);
+        if (QString(name) == "Shift+F10") {
+            EXPECT_EQ(opened->pos(), table.viewport()->mapToGlobal(QPoint(0, cell(2).bottom() + 1)));
+        }
+        QApplication::activePopupWidget()->close();
+        handleEvents();
+        EXPECT_EQ(selectedTitle(), selected);
+    }
+    EXPECT_TRUE(activated.empty());
+}
+
+TEST_F(ItemTableTest, keyThatStaysOnItsRowScrollsItIntoView) {
+    table.resize(1300, table.horizontalHeader()->height() + 2 * table.rowHeight(0));
     struct Case {
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;
@@ -117,30 +186,27 @@ TEST_F(ItemTableTest, aMoveThatStaysOnItsRowScrollsItIntoView) {
           Case{Qt::Key_Home, Qt::ControlModifier, 0}, Case{Qt::Key_Down, Qt::ControlModifier, 2},
           Case{Qt::Key_Down, Qt::NoModifier, 2}}) {
         SCOPED_TRACE(testing::Message() << c.key << " " << c.modifiers);
-        QScrollBar& bar = *table.verticalScrollBar();
-        const int shown = c.row == 0 ? bar.minimum() : bar.maximum();
-        const int scrolledAway = c.row == 0 ? bar.maximum() : bar.minimum();
-        ASSERT_NE(shown, scrolledAway);
         content.select(content.filteredItems()[static_cast<std::size_t>(c.row)].id);
         table.showState(state());
-        bar.setValue(scrolledAway);
+        table.scrollTo(table.model()->index(2 - c.row, 0));
+        ASSERT_FALSE(table.viewport()->rect().contains(cell(c.row).center()));
         QTest::keyClick(&table, c.key, c.modifiers);
-        EXPECT_EQ(bar.value(), shown);
+        EXPECT_TRUE(table.viewport()->rect().contains(cell(c.row).center()));
     }
 }
 
-TEST_F(ItemTableTest, theStatesSelectionIsShownAndNotReportedBack) {
+TEST_F(ItemTableTest, shownSelectionIsNotReported) {
     content.select(lastSelection(content.filteredItems()));
-    deliver();
-    EXPECT_EQ(table.selectionModel()->selectedRows().size(), 1);
+    handleEvents();
+    ASSERT_EQ(table.selectionModel()->selectedRows().size(), 1);
     EXPECT_EQ(table.selectionModel()->selectedRows().front().row(), 2);
     content.select(std::nullopt);
-    deliver();
+    handleEvents();
     EXPECT_FALSE(table.selectionModel()->hasSelection());
     EXPECT_TRUE(selections.empty());
 }
 
-TEST_F(ItemTableTest, storedWidthsAreAppliedInBoundsAndNotReportedBack) {
+TEST_F(ItemTableTest, storedWidthsAreAppliedWithinBoundsAndNotReported) {
     ContentViewState changed = state();
     changed.appState.columnWidths = {{"Title", 10}, {"Command", 320.4}, {"Params", 1e300}, {"Gone", 5}};
     table.showState(changed);
@@ -148,30 +214,23 @@ TEST_F(ItemTableTest, storedWidthsAreAppliedInBoundsAndNotReportedBack) {
     EXPECT_EQ(table.columnWidth(0), 48);
     EXPECT_EQ(table.columnWidth(1), 320) << "within half a point";
     EXPECT_GT(table.columnWidth(2), 1000);
-    EXPECT_EQ(table.columnWidth(3), 220);
+    EXPECT_EQ(table.columnWidth(3), 220) << "not stored";
     EXPECT_TRUE(widths.empty());
 }
 
-TEST_F(ItemTableTest, aDraggedColumnIsReportedOnceWhenTheButtonIsReleased) {
+TEST_F(ItemTableTest, resizedColumnIsReportedOnceAfterADrag) {
     QWidget* header = table.horizontalHeader()->viewport();
     const QPoint border(table.columnViewportPosition(1) - 1, header->height() / 2);
     QTest::mousePress(header, Qt::LeftButton, {}, border);
     for (int step = 1; step <= 20; ++step)
         QTest::mouseMove(header, border + QPoint(step, 0));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(widths.empty()) << "the button is still down";
     QTest::mouseRelease(header, Qt::LeftButton, {}, border + QPoint(20, 0));
     QCoreApplication::processEvents();
-    ASSERT_EQ(widths.size(), 1U);
-    EXPECT_EQ(widths[0], (std::pair<std::string, double>("Title", 260)));
-}
-
-TEST_F(ItemTableTest, aCellShowsOneLineWhateverItHolds) {
-    writeItems("\"two\nlines\"," + std::string(100000, 'x') + ",\xE2\x80\xA8,\n");
-    content.reloadData();
-    table.showState(state());
-    EXPECT_EQ(table.model()->index(0, 0).data().toString(), "two[LF]lines");
-    EXPECT_LT(table.model()->index(0, 1).data().toString().size(), 5000)
-        << "no more than a column could show";
-    table.viewport()->repaint();
+    table.setColumnWidth(1, 100);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(widths, (std::vector<std::pair<std::string, double>>{{"Title", 260}, {"Command", 100}}));
 }
 
 } // namespace kavendra

@@ -7,7 +7,7 @@
 
 namespace kavendra {
 
-/// A content view with its window, which is on the screen.
+/// A content view with its window on the screen.
 class MainWindowFixture : public ContentViewFixture {
 protected:
     MainWindowFixture() {
@@ -15,10 +15,15 @@ protected:
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
 
+    QRect cell(int row, int column) const { return table.visualRect(table.model()->index(row, column)); }
+
+    using Calls = std::vector<std::string>;
+
     WindowMenus menus{content, desktop, processes};
     MainWindow window{content, menus};
     SearchField& field = *window.findChild<SearchField*>();
     ItemTable& table = *window.findChild<ItemTable*>();
+    QLabel& statusMessage = *window.findChild<QLabel*>("statusMessage");
 };
 
 } // namespace kavendra

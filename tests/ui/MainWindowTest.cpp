@@ -3,20 +3,15 @@
 #include "platform/desktop/QtDesktop.h"
 #include "tests/support/Contrast.h"
 #include "tests/ui/MainWindowFixture.h"
-#include "ui/EnterAutoRepeatFilter.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
-#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMenu>
-#include <QPushButton>
-#include <QScrollBar>
 #include <QTextEdit>
 #include <QToolTip>
-
-#include <numeric>
 
 namespace kavendra {
 
@@ -24,9 +19,19 @@ namespace {
 
 class MainWindowTest : public MainWindowFixture {
 protected:
-    QLabel& label(const char* name) { return *window.findChild<QLabel*>(name); }
+    /// Chooses an entry of the open menu, closes the menu and lets the action run.
+    static void chooseFromOpenMenu(const QString& title) {
+        QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_TRUE(menu);
+        for (QAction* action : menu->findChildren<QAction*>())
+            if (action->text() == title)
+                action->trigger();
+        menu->close();
+        QCoreApplication::processEvents();
+    }
 
-    /// Lets the pointer rest in the middle of a part of a widget; returns the tooltip, nullptr without one.
+    /// Sends the event of a pointer that rests on a part of a widget. Returns the tooltip that is shown then,
+    /// nullptr without one.
     static QWidget* toolTip(QWidget& widget, const QRect& area) {
         QHelpEvent event(QEvent::ToolTip, area.center(), widget.mapToGlobal(area.center()));
         QApplication::sendEvent(&widget, &event);
@@ -36,151 +41,60 @@ protected:
         return nullptr;
     }
 
-    QDialog& dialog = *window.findChild<QDialog*>("errorDialog");
-    QDialog& confirmation = *window.findChild<QDialog*>("confirmationDialog");
-    QTextEdit& message = *dialog.findChild<QTextEdit*>();
-    QTextEdit& question = *confirmation.findChild<QTextEdit*>();
+    QTextEdit& message = *window.findChild<QDialog*>("errorDialog")->findChild<QTextEdit*>();
+    SearchBar& bar = dynamic_cast<SearchBar&>(*field.parentWidget());
+    MenuButton& folderButton = bar.folderButton();
+    MenuButton& settingsButton = bar.settingsButton();
+    QWidget& frame = *table.parentWidget();
 };
 
-/// Whether most of what is drawn between the first and the last column that differ from the corner is on the
-/// right.
+/// Whether most pixels that differ from the corner are in the right half of the area that they span.
 bool isHeavierOnTheRight(const QImage& image) {
-    const QRgb ground = image.pixel(0, 0);
-    std::vector<int> ink;
-    for (int x = 0; x < image.width(); ++x) {
-        int count = 0;
+    std::vector<int> positions;
+    for (int x = 0; x < image.width(); ++x)
         for (int y = 0; y < image.height(); ++y)
-            count += image.pixel(x, y) != ground ? 1 : 0;
-        if (count > 0 || !ink.empty())
-            ink.push_back(count);
-    }
-    while (!ink.empty() && ink.back() == 0)
-        ink.pop_back();
-    const auto middle = ink.begin() + static_cast<std::ptrdiff_t>(ink.size() / 2);
-    return std::accumulate(middle, ink.end(), 0) > std::accumulate(ink.begin(), middle, 0);
+            if (image.pixel(x, y) != image.pixel(0, 0))
+                positions.push_back(x);
+    if (positions.empty())
+        return false;
+    const int middle = (positions.front() + positions.back()) / 2;
+    const auto right = std::ranges::count_if(positions, [middle](int x) { return x > middle; });
+    return right * 2 > std::ssize(positions);
 }
 
 } // namespace
 
-TEST_F(MainWindowTest, enterActsOnTheRowsOfTheLastKeystroke) {
-    // All of it is queued before any of it is handled, as when somebody types faster than a window paints.
+TEST_F(MainWindowTest, enterLaunchesFromTheRowsOfTheLastKeystroke) {
+    // All events are queued before the first one is handled.
     for (const QChar letter : QStringLiteral("gamma"))
         QCoreApplication::postEvent(&field,
                                     new QKeyEvent(QEvent::KeyPress, letter.toUpper().unicode(), {}, letter));
     QCoreApplication::postEvent(&field, new QKeyEvent(QEvent::KeyPress, Qt::Key_Return, {}, "\r"));
     QCoreApplication::processEvents();
-    EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
+    EXPECT_EQ(desktop.calls, Calls{"showDirectory /"});
 }
 
-TEST_F(MainWindowTest, theFieldKeepsTheKeyboardWhileTheMouseIsUsed) {
+TEST_F(MainWindowTest, searchFieldKeepsTheFocusDuringClicks) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     QTest::keyClicks(QApplication::focusWidget(), "ga");
-    const QPoint gamma = table.visualRect(table.model()->index(0, 0)).center();
-    QWidget* const rows = table.viewport();
     QTest::mouseClick(table.horizontalHeader()->viewport(), Qt::LeftButton);
-    QTest::mouseClick(rows, Qt::RightButton, {}, gamma);
-    QTest::mousePress(rows, Qt::LeftButton, {}, gamma);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    QTest::mouseRelease(rows, Qt::LeftButton, {}, gamma);
-    EXPECT_TRUE(desktop.calls.empty()) << "Escape gives the press up";
-    QTest::mouseClick(rows, Qt::LeftButton, {}, gamma);
+    QTest::mouseClick(table.viewport(), Qt::RightButton, {}, cell(0, 0).center());
+    QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, cell(0, 0).center());
     QTest::keyClicks(QApplication::focusWidget(), "mm");
     EXPECT_EQ(field.text(), "gamm");
-    EXPECT_EQ(desktop.calls, std::vector<std::string>{"showDirectory /"});
+    EXPECT_EQ(desktop.calls, Calls{"showDirectory /"});
 }
 
-TEST_F(MainWindowTest, aFailureShowsADialogThatOneDismisses) {
-    QTest::keyClicks(&field, "beta");
-    QTest::keyClick(&field, Qt::Key_Return);
-    ASSERT_TRUE(dialog.isVisible());
-    EXPECT_EQ(dialog.windowTitle(), "kavendra");
-    EXPECT_EQ(message.toPlainText(), "Command not found: missing-program");
-    EXPECT_EQ(dialog.accessibleDescription(), message.toPlainText());
-    EXPECT_EQ(dialog.findChildren<QPushButton*>().size(), 1);
-    content.reportFailure("<b>another</b>");
-    EXPECT_EQ(message.toPlainText(), "<b>another</b>") << "a new failure takes the place of the old";
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_EQ(dialogText(), "no dialog");
-    EXPECT_EQ(label("statusMessage").text(), "<b>another</b>");
-    content.reportFailure("again");
-    EXPECT_TRUE(dialog.isVisible());
-    QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
-    EXPECT_FALSE(dialog.isVisible());
-}
-
-// What X11 delivers for a held key: release and press of the same moment, not marked as repeats when the
-// focus has moved to the dialog meanwhile.
-TEST_F(MainWindowTest, aHeldEnterLaunchesOnceAndLeavesTheDialogUp) {
-    EnterAutoRepeatFilter filter;
-    qApp->installEventFilter(&filter);
-    QTest::keyClicks(&field, "beta");
-    const auto send = [](QWidget& widget, QEvent::Type type, quint64 milliseconds, bool isRepeat) {
-        QKeyEvent event(type, Qt::Key_Return, {}, "\r", isRepeat);
-        event.setTimestamp(milliseconds);
-        QApplication::sendEvent(widget.windowHandle(), &event);
-    };
-    send(window, QEvent::KeyPress, 1000, false);
-    ASSERT_TRUE(dialog.isVisible());
-    send(dialog, QEvent::KeyRelease, 1500, false);
-    send(dialog, QEvent::KeyPress, 1500, false);
-    send(dialog, QEvent::KeyPress, 1530, true);
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(status(), "Command not found: missing-program");
-    send(dialog, QEvent::KeyRelease, 1600, false);
-    send(dialog, QEvent::KeyPress, 1900, false);
-    EXPECT_FALSE(dialog.isVisible()) << "a press of its own dismisses";
-}
-
-TEST_F(MainWindowTest, launchAtLoginIsChangedOnlyAfterYes) {
-    const auto answer = [this](QDialogButtonBox::StandardButton button) {
-        QTest::mouseClick(confirmation.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
-    };
-    content.requestStartupChange();
-    ASSERT_TRUE(confirmation.isVisible());
-    EXPECT_EQ(confirmation.windowTitle(), "kavendra");
-    EXPECT_EQ(question.toPlainText(), "Register kavendra to startup?");
-    answer(QDialogButtonBox::No);
-    content.requestStartupChange();
-    QTest::keyClick(&confirmation, Qt::Key_Escape);
-    content.requestStartupChange();
-    confirmation.close();
-    EXPECT_FALSE(confirmation.isVisible());
-    EXPECT_FALSE(state().pendingStartupRegistrationAction);
-    content.confirmStartupChange();
-    EXPECT_TRUE(desktop.calls.empty());
-    EXPECT_EQ(label("statusMessage").text(), "Loaded 3 items");
-
-    content.requestStartupChange();
-    answer(QDialogButtonBox::Yes);
-    EXPECT_FALSE(confirmation.isVisible());
-    EXPECT_EQ(label("statusMessage").text(), "Enabled launch at login");
-    desktop.startupResult = std::unexpected(Error{"reason"});
-    content.requestStartupChange();
-    EXPECT_EQ(question.toPlainText(), "Remove kavendra from startup?");
-    answer(QDialogButtonBox::Yes);
-    EXPECT_FALSE(confirmation.isVisible());
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_EQ(desktop.calls, (std::vector<std::string>{"enableLaunchAtLogin", "disableLaunchAtLogin"}));
-}
-
-TEST_F(MainWindowTest, hasItsSizesAlsoWithAMessageOfAnyLength) {
+TEST_F(MainWindowTest, distancesHoldAtEverySize) {
+    const QWidget& statusLine = *statusMessage.parentWidget();
     EXPECT_EQ(window.size(), QSize(960, 520));
-    content.reportFailure(std::string(100000, 'x'));
-    EXPECT_LT(dialog.sizeHint().width(), 800);
-    EXPECT_LT(dialog.sizeHint().height(), 800);
-    EXPECT_EQ(window.size(), QSize(960, 520)) << "the status line does not widen the window";
-    window.resize(10, 10);
-    EXPECT_EQ(window.size(), QSize(480, 200));
-}
-
-TEST_F(MainWindowTest, keepsTheDistancesAtEverySize) {
-    const QWidget& bar = *field.parentWidget();
-    const QWidget& frame = *table.parentWidget();
-    const QWidget& statusLine = *label("statusMessage").parentWidget();
+    content.setStatus(std::string(100000, 'x'));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window.size(), QSize(960, 520)) << "a long status message does not widen the window";
     for (const QSize& size : {QSize(960, 520), QSize(480, 200)}) {
-        window.resize(size);
+        window.resize(size == QSize(480, 200) ? QSize(10, 10) : size);
         QCoreApplication::processEvents();
+        EXPECT_EQ(window.size(), size);
         EXPECT_EQ(bar.geometry(), QRect(0, 0, size.width(), 12 + 28 + 12));
         EXPECT_EQ(field.geometry().topLeft(), QPoint(16, 12));
         EXPECT_EQ(frame.geometry().topLeft(), QPoint(16, bar.height() + 12));
@@ -188,63 +102,75 @@ TEST_F(MainWindowTest, keepsTheDistancesAtEverySize) {
         EXPECT_EQ(table.geometry(), frame.rect().adjusted(1, 1, -1, -1));
         EXPECT_EQ(statusLine.y(), frame.geometry().bottom() + 1 + 12);
         EXPECT_EQ(statusLine.geometry().bottomRight(), QPoint(size.width() - 1 - 16, size.height() - 1 - 16));
-        EXPECT_GE(table.viewport()->height(), 2 * table.rowHeight(0)) << "rows that are whole";
+        EXPECT_GE(table.viewport()->height(), 2 * table.rowHeight(0)) << "whole rows";
     }
-    const QImage image = window.grab().toImage();
-    const QRgb outline = separatorColor(window.palette()).rgb();
-    for (const QPoint& point : {QPoint(0, 20), QPoint(479, 20), QPoint(200, 0), QPoint(200, bar.height() - 1),
-                                frame.geometry().topLeft(), frame.geometry().bottomRight()})
-        EXPECT_EQ(image.pixel(point), outline) << point.x() << ", " << point.y();
 }
 
-TEST_F(MainWindowTest, aLongMessageIsScrolledSelectedAndCopiedWhole) {
-    const QString text = "Command not found: " + QString(50000, 'x') + "\u202Ecod.\x1B\texe\nwhy";
-    for (const Qt::Key closing : {Qt::Key_Escape, Qt::Key_Return}) {
-        content.reportFailure(text.toStdString());
-        ASSERT_TRUE(QTest::qWaitFor([this] { return dialog.isActiveWindow(); }));
-        EXPECT_LT(dialog.height(), 500);
-        EXPECT_TRUE(message.toPlainText().endsWith("xx[U+202E]cod.[U+001B][TAB]exe\nwhy"));
-        EXPECT_GT(message.verticalScrollBar()->maximum(), 0);
-        EXPECT_EQ(message.horizontalScrollBar()->maximum(), 0);
-        EXPECT_TRUE(dialog.findChild<QPushButton*>()->hasFocus());
-        QTest::keyClick(&dialog, Qt::Key_Tab);
-        ASSERT_TRUE(message.hasFocus());
-        QTest::keyClick(&message, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&message, Qt::Key_C, Qt::ControlModifier);
-        EXPECT_EQ(QApplication::clipboard()->text(), text);
-        QTest::keyClick(&message, closing);
-        EXPECT_FALSE(dialog.isVisible());
-    }
-    content.reportFailure("short");
-    EXPECT_EQ(message.verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
-    EXPECT_LT(dialog.height(), 200);
+TEST_F(MainWindowTest, folderButtonShowsForAnExistingPath) {
+    const QRect tableBefore = table.geometry();
+    const QRect fieldBefore = field.geometry();
+    EXPECT_FALSE(folderButton.isVisible());
+    EXPECT_EQ(fieldBefore.right(), window.width() - 1 - 16 - 28 - 8) << "no gap before the settings button";
+    content.setSearchText(configuration.path("data"));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(folderButton.isVisible());
+    EXPECT_EQ(folderButton.size(), QSize(28, 28));
+    EXPECT_EQ(table.geometry(), tableBefore);
+    EXPECT_EQ(field.geometry(), fieldBefore.adjusted(0, 0, -8 - 28, 0));
+    QTest::keyClicks(&field, "x");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(folderButton.isVisible());
+    EXPECT_EQ(field.geometry(), fieldBefore);
 }
 
-TEST_F(MainWindowTest, aTooltipShowsAllOfALongText) {
+TEST_F(MainWindowTest, menusActAndReport) {
+    content.setSearchText(configuration.path("data"));
+    const auto openButtonMenu = [](QToolButton& button, const QString& choice) {
+        QMetaObject::invokeMethod(&button, [choice] { chooseFromOpenMenu(choice); }, Qt::QueuedConnection);
+        button.showMenu(); // returns when the menu has closed
+        QCoreApplication::processEvents();
+    };
+    openButtonMenu(folderButton, "Copy Directory");
+    EXPECT_EQ(statusMessage.text(), "Copied directory");
+    const QLabel& debugSummary = *window.findChild<QLabel*>("debugSummary");
+    for (const bool isShown : {true, false}) {
+        EXPECT_EQ(statusMessage.isVisible(), isShown);
+        EXPECT_EQ(debugSummary.isVisible(), !isShown);
+        openButtonMenu(settingsButton, "Show Status Message");
+        openButtonMenu(settingsButton, "Show Debug Summary");
+    }
+    const QString logDirectory = QString::fromStdString(configuration.path("log"));
+    EXPECT_TRUE(debugSummary.text().endsWith(" | Log dir: " + logDirectory));
+
+    content.setSearchText("");
+    const QPoint position = cell(2, 1).center();
+    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, position, table.viewport()->mapToGlobal(position));
+    QApplication::sendEvent(table.viewport(), &rightClick);
+    chooseFromOpenMenu("Copy Cell Value");
+    EXPECT_EQ(desktop.calls, (Calls{"copyText " + configuration.path("data"), "copyText /"}));
+}
+
+TEST_F(MainWindowTest, toolTipShowsTheWholeTextOfACutOne) {
     const std::string command = std::string(1500, 'x') + "\xE2\x80\xAE" + "end";
     writeItems("long," + command + ",,\n");
     content.reloadData();
     content.setStatus(std::string(3000, 'x'));
-    const QRect cell = table.visualRect(table.model()->index(0, 1));
-    QWidget* tip = toolTip(*table.viewport(), cell);
+    QWidget* tip = toolTip(*table.viewport(), cell(0, 1));
     ASSERT_TRUE(tip);
     EXPECT_EQ(tip->accessibleName(), QString(1500, 'x') + "[U+202E]end");
     EXPECT_LE(tip->width(), window.screen()->availableGeometry().width());
-    EXPECT_GT(tip->width() * tip->height() /
-                  (tip->fontMetrics().horizontalAdvance("x") * tip->fontMetrics().height()),
-              1500)
-        << "there is room for all of it";
+    const int cellSize = tip->fontMetrics().horizontalAdvance("x") * tip->fontMetrics().height();
+    EXPECT_GT(tip->width() * tip->height() / cellSize, 1500) << "all of the text fits";
     QTest::keyClick(&field, Qt::Key_Shift);
     EXPECT_FALSE(tip->isVisible());
-    EXPECT_FALSE(toolTip(*table.viewport(), table.visualRect(table.model()->index(0, 0)))) << "it fits";
-    QLabel& line = label("statusMessage");
-    tip = toolTip(line, line.rect());
+    EXPECT_FALSE(toolTip(*table.viewport(), cell(0, 0))) << "the text fits the cell";
+    tip = toolTip(statusMessage, statusMessage.rect());
     ASSERT_TRUE(tip);
     EXPECT_EQ(tip->accessibleName().size(), 3000);
 }
 
 // In a right-to-left paragraph the W's would be on the left.
-TEST_F(MainWindowTest, pathsRunLeftToRightInEveryLayout) {
+TEST_F(MainWindowTest, pathsRunLeftToRightInEveryLayoutDirection) {
     const std::string path = "/\xD7\x90....../WWWW"; // the first letter is Hebrew
     writeItems("x," + path + ",,\n");
     content.reloadData();
@@ -253,29 +179,15 @@ TEST_F(MainWindowTest, pathsRunLeftToRightInEveryLayout) {
         QApplication::setLayoutDirection(direction);
         content.reportFailure(path);
         QCoreApplication::processEvents();
-        const QRect cell = table.visualRect(table.model()->index(0, 1)).adjusted(2, 0, -2, 0);
-        EXPECT_TRUE(isHeavierOnTheRight(table.viewport()->grab(cell).toImage())) << "table";
-        EXPECT_TRUE(isHeavierOnTheRight(label("statusMessage").grab().toImage())) << "status line";
+        const QRect inside = cell(0, 1).adjusted(2, 0, -2, 0);
+        EXPECT_TRUE(isHeavierOnTheRight(table.viewport()->grab(inside).toImage())) << "table";
+        EXPECT_TRUE(isHeavierOnTheRight(statusMessage.grab().toImage())) << "status line";
         EXPECT_TRUE(isHeavierOnTheRight(message.viewport()->grab().toImage())) << "dialog";
     }
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
-TEST_F(MainWindowTest, settingsShowAndHideTheLines) {
-    EXPECT_TRUE(label("statusMessage").isVisible());
-    EXPECT_FALSE(label("debugSummary").isVisible());
-    LaunchSettings changed = state().appSettings;
-    changed.showStatusMessage = false;
-    changed.showDebugSummary = true;
-    content.saveSettings(changed);
-    EXPECT_FALSE(label("statusMessage").isVisible());
-    EXPECT_TRUE(label("debugSummary").isVisible());
-    EXPECT_TRUE(label("debugSummary")
-                    .text()
-                    .endsWith(" | Log dir: " + QString::fromStdString(configuration.path("log"))));
-}
-
-TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
+TEST_F(MainWindowTest, openWidgetsFollowTheAppearance) {
     content.reportFailure("a failure");
     content.requestStartupChange();
     QMenu menu(&window);
@@ -286,30 +198,34 @@ TEST_F(MainWindowTest, everythingThatIsOpenFollowsTheAppearance) {
     for (const Appearance appearance : {Appearance::dark, Appearance::light, Appearance::dark}) {
         applyAppearance(appearance);
         QCoreApplication::processEvents();
-        const bool dark = appearance == Appearance::dark;
         int count = 0;
         for (const QWidget* widget : QApplication::allWidgets()) {
             if (!widget->isVisible())
                 continue;
             ++count;
-            const QPalette palette = widget->palette();
-            EXPECT_EQ(luminance(palette.color(widget->backgroundRole())) < 0.3, dark)
-                << widget->metaObject()->className();
-            EXPECT_GE(
-                contrast(palette.color(widget->foregroundRole()), palette.color(widget->backgroundRole())),
-                smallestTextContrast)
-                << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+            const QColor text = widget->palette().color(widget->foregroundRole());
+            const QColor background = widget->palette().color(widget->backgroundRole());
+            const std::string name =
+                std::string(widget->metaObject()->className()) + " " + widget->objectName().toStdString();
+            EXPECT_EQ(luminance(background) < 0.3, appearance == Appearance::dark) << name;
+            EXPECT_GE(contrast(text, background), smallestTextContrast) << name;
         }
         EXPECT_GT(count, 15);
         const QImage image = window.grab().toImage();
-        EXPECT_EQ(luminance(image.pixelColor(image.width() / 2, image.height() - 60)) < 0.5, dark) << "table";
-        EXPECT_EQ(luminance(image.pixelColor(4, 4)) < 0.5, dark) << "search bar";
-        EXPECT_EQ(luminance(image.pixelColor(4, image.height() - 4)) < 0.5, dark) << "status line";
+        for (const QRect& outlined : {bar.geometry(), frame.geometry()})
+            for (const QPoint& corner : {outlined.topLeft(), outlined.bottomRight()})
+                EXPECT_EQ(image.pixelColor(corner), QColor(separatorColor(window.palette()).rgb()));
+        const QColor barColor = searchBarColor(window.palette());
+        const QPoint besideField(field.x() / 2, field.geometry().center().y());
+        EXPECT_EQ(image.pixelColor(besideField), QColor(barColor.rgb()));
+        for (const QColor& background : {barColor, window.palette().color(QPalette::Base)})
+            EXPECT_GE(contrast(secondaryTextColor(window.palette()), background), smallestTextContrast);
+        EXPECT_GE(contrast(field.palette().color(QPalette::PlaceholderText), barColor), smallestTextContrast);
     }
     applyAppearance(Appearance::system);
 }
 
-TEST_F(MainWindowTest, comesForwardHoweverItWasHidden) {
+TEST_F(MainWindowTest, comesForwardFromEveryState) {
     table.setFocus();
     window.showMaximized();
     window.showMinimized();
@@ -323,7 +239,7 @@ TEST_F(MainWindowTest, comesForwardHoweverItWasHidden) {
     content.reportFailure("a failure");
     window.showMinimized();
     window.comeForward("");
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog)) << "which has to be answered first";
+    EXPECT_TRUE(QTest::qWaitForWindowActive(message.window())) << "the dialog is in front";
 }
 
 } // namespace kavendra
