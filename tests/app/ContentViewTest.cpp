@@ -26,7 +26,7 @@ TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
     EXPECT_EQ(dialogText(), "no dialog");
 }
 
-TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
+TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
     desktop.startupStatus = StartupRegistrationStatus::enabled;
     content.appear();
     EXPECT_EQ(status(), "Loaded 3 items");
@@ -36,7 +36,7 @@ TEST_F(ContentViewTest, aLoadShowsTheItemsAndSelectsTheFirst) {
     EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
 }
 
-TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
+TEST_F(ContentViewTest, missingDataDirectoryIsCreatedAndEmpty) {
     std::filesystem::remove_all(configuration.path("data"));
     content.appear();
     EXPECT_EQ(status(), "No launch items found in " + configuration.path("data"));
@@ -44,7 +44,7 @@ TEST_F(ContentViewTest, anEmptyDirectoryIsNoFailure) {
     EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
 }
 
-TEST_F(ContentViewTest, typingFiltersAndKeepsTheSelectionOnAVisibleRow) {
+TEST_F(ContentViewTest, searchTextFiltersAndKeepsTheSelectionVisible) {
     content.appear();
     content.select(lastSelection(content.filteredItems()));
     EXPECT_EQ(selectedTitle(), "gamma");
@@ -59,7 +59,7 @@ TEST_F(ContentViewTest, typingFiltersAndKeepsTheSelectionOnAVisibleRow) {
     EXPECT_EQ(content.filteredItems().size(), 3U);
 }
 
-TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
+TEST_F(ContentViewTest, moveSelectionStopsAtBothEnds) {
     content.appear();
     moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "alpha");
@@ -70,7 +70,7 @@ TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
     int changes = 0;
     content.stateChanged = [&changes] { ++changes; };
     moveSelection(+1);
-    EXPECT_EQ(changes, 1) << "the window scrolls back to the row";
+    EXPECT_EQ(changes, 1) << "so that the window scrolls back to the item";
     content.select(std::nullopt);
     moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "gamma");
@@ -82,18 +82,15 @@ TEST_F(ContentViewTest, movesStopAtBothEndsAndStartFromEither) {
     EXPECT_EQ(state().selectedItemID, std::nullopt);
 }
 
-TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
+TEST_F(ContentViewTest, launchReportsSuccessOrFailure) {
     content.appear();
+    const std::string logBefore = log();
     content.launchSelected();
     EXPECT_THAT(desktop.calls, ElementsAre("openURL https://a.example/"));
     EXPECT_EQ(status(), "Launched (url): alpha");
-    const std::string logBefore = log();
-    content.select(lastSelection(content.filteredItems()));
-    content.launchSelected();
-    EXPECT_EQ(status(), "Launched (finder): gamma");
-    EXPECT_EQ(log(), logBefore) << "successes are not logged";
+    EXPECT_EQ(log(), logBefore) << "a success is not logged";
 
-    moveSelection(-1);
+    moveSelection(+1);
     content.launchSelected();
     const std::string message = "Command not found: missing-program";
     EXPECT_EQ(status(), message);
@@ -102,7 +99,7 @@ TEST_F(ContentViewTest, launchingReportsTheRoadOrTheFailure) {
     EXPECT_EQ(selectedTitle(), "beta");
 }
 
-TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
+TEST_F(ContentViewTest, failedReloadClearsTheItems) {
     content.appear();
     const auto firstID = state().selectedItemID;
     writeItems("\"open");
@@ -118,7 +115,7 @@ TEST_F(ContentViewTest, aFailedReloadLeavesNoItemsAndAFixedOneRestoresThem) {
     EXPECT_THAT(log(), HasSubstr("unterminated quote")) << "a reload does not empty the log";
 }
 
-TEST_F(ContentViewTest, settingsThatWereReadStayWhenALaterStepFails) {
+TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
     configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
     configuration.write("kavendra-state.json", "[");
     content.appear();
@@ -127,21 +124,21 @@ TEST_F(ContentViewTest, settingsThatWereReadStayWhenALaterStepFails) {
     configuration.write("kavendra-settings.json", "{}");
     content.reloadData();
     EXPECT_EQ(dialogText(), "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
-    EXPECT_TRUE(state().appSettings.showDebugSummary) << "the settings of before stay in force";
+    EXPECT_TRUE(state().appSettings.showDebugSummary) << "the previous settings";
 }
 
-TEST_F(ContentViewTest, theFirstLoadOfARunThatSucceedsEmptiesTheLog) {
+TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadThatReachesIt) {
     std::filesystem::create_directories(configuration.path("log"));
-    configuration.write("log/kavendra.log", "of the run before\n");
+    configuration.write("log/kavendra.log", "previous run\n");
     configuration.write("kavendra-state.json", "[");
-    content.appear(); // fails before it comes to the log; the settings say where the log is
-    EXPECT_THAT(log(), testing::StartsWith("of the run before\n["));
+    content.appear(); // fails before the log is emptied
+    EXPECT_THAT(log(), testing::StartsWith("previous run\n["));
     configuration.write("kavendra-state.json", "{}");
     content.reloadData();
-    EXPECT_THAT(log(), testing::Not(HasSubstr("of the run before")));
+    EXPECT_THAT(log(), testing::Not(HasSubstr("previous run")));
 }
 
-TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
+TEST_F(ContentViewTest, failedLogWriteIsAddedToTheStatus) {
     content.appear();
     std::filesystem::remove_all(configuration.path("log"));
     configuration.write("log", "a file");
@@ -157,7 +154,7 @@ TEST_F(ContentViewTest, aLogThatCannotBeWrittenOnlyMarksTheStatus) {
     EXPECT_EQ(next.state().lastActionMessage, reason + " | Log write failed");
 }
 
-TEST_F(ContentViewTest, aColumnWidthIsAdoptedOnlyOnceItIsWritten) {
+TEST_F(ContentViewTest, columnWidthIsAdoptedOnlyIfItWasWritten) {
     content.appear();
     content.updateColumnWidth("Title", 150.4);
     EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);

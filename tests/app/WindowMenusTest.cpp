@@ -5,7 +5,6 @@
 #include "tests/support/MenuText.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 #include <map>
 
@@ -14,86 +13,39 @@ namespace kavendra {
 namespace {
 
 using testing::ContainsRegex;
+using testing::ElementsAre;
 using testing::EndsWith;
 
-/// The configuration directory is the home directory too; it holds a folder, a file, a workbook and a
-/// program.
 class WindowMenusTest : public ContentViewFixture {
 protected:
-    WindowMenusTest() {
-        setenv("HOME", home.c_str(), 1);
-        std::filesystem::create_directories(inner);
-        std::filesystem::create_directories(home + "/folder.xlsx");
-        for (const char* file : {"notes.txt", "Book.XLSX", "tool"})
-            configuration.write(file, "");
-        chmod(tool.c_str(), 0755);
-        content.appear();
-    }
-
-    static LaunchItem item(std::string command, std::string params = {}, std::string source = "items.csv") {
-        return {.id = {},
-                .title = "Title",
-                .command = std::move(command),
-                .params = std::move(params),
-                .keywords = "key words",
-                .source = std::move(source)};
-    }
-
-    Menu itemMenu(const LaunchItem& item, std::optional<ItemColumn> column = std::nullopt) {
-        return menus.itemMenu(item, column);
-    }
-
-    Menu typedPathMenu(const std::string& searchText) {
-        content.setSearchText(searchText);
-        return menus.typedPathMenu();
-    }
-
-    void configureActions(const std::vector<SearchPathAction>& actions) {
-        LaunchSettings settings = state().appSettings;
-        settings.searchPathActions = actions;
-        content.saveSettings(settings);
-    }
-
-    void installExcel() const { std::filesystem::create_directories(excel); }
-
-    /// Chooses an entry and returns its report, a failure after "! ", and the calls that it made. The text is
-    /// in parentheses if the entry is disabled.
-    std::string outcome(const Menu& menu, const std::string& title) {
-        content.setStatus("nothing reported");
-        choose(menu, title);
-        std::string text = (state().errorDialogMessage ? "! " : "") + status();
-        content.dismissErrorDialog();
-        for (auto* calls : {&desktop.calls, &processes.calls})
-            for (const std::string& call : std::exchange(*calls, {}))
-                text += "; " + call;
-        const MenuEntry* entry = findEntry(menu, title);
-        return entry && entry->isEnabled ? text : "(" + text + ")";
-    }
+    WindowMenusTest() { content.appear(); }
 
     void chooseSetting(const std::string& title) {
         choose(menus.settingsMenu([] {}), title);
     }
 
-    const std::string home = configuration.path(), folder = home + "/folder", inner = folder + "/inner",
-                      notes = home + "/notes.txt", tool = home + "/tool", excel = home + "/Excel.app";
-    WindowMenus menus{content, desktop, processes, excel};
+    WindowMenus menus{content, desktop, processes};
 };
 
 } // namespace
 
 TEST_F(WindowMenusTest, listEntriesInOrder) {
-    configureActions(
-        {{.appName = "App", .binaryPath = "x", .targetType = SearchPathActionTargetType::directory},
-         {.appName = "App %1", .binaryPath = "x", .targetType = SearchPathActionTargetType::file}});
+    LaunchSettings settings = state().appSettings;
+    settings.searchPathActions = {
+        {.appName = "App", .binaryPath = "x", .targetType = SearchPathActionTargetType::directory},
+        {.appName = "App %1", .binaryPath = "x", .targetType = SearchPathActionTargetType::file}};
+    content.saveSettings(settings);
+    content.setSearchText("/");
+    LaunchItem item;
+    item.source = "%1.csv";
     const std::string excelModes = "\\[.*Read-Only.*, .*New Session.*, .*New Session \\+ Read-Only.*\\]";
-    EXPECT_THAT(menuText(itemMenu(item("/", "", "%1.csv"))),
+    EXPECT_THAT(menuText(menus.itemMenu(item, std::nullopt)),
                 ContainsRegex("Open Parent Directory.*, Copy to Clipboard \\[.*Copy Command to Execute.*, "
                               ".*Copy Cell Value.*, .*Copy Row.*\\].*, Open in Excel " +
                               excelModes +
                               ".*, -, .*Open Data File \\(%1.csv\\).*, -, .*Reload Data Files.*, "
                               ".*Open Data Directory"));
-    EXPECT_THAT(menuText(menus.generalMenu()), ContainsRegex("Reload Data Files.*, .*Open Data Directory"));
-    EXPECT_THAT(menuText(typedPathMenu("/")),
+    EXPECT_THAT(menuText(menus.typedPathMenu()),
                 ContainsRegex("Open \\[.*Open File with Associated App.*, .*Open File with App %1.*, -, "
                               ".*Open Directory with Finder.*, .*Open Directory with Terminal.*, "
                               ".*Open Directory with App.*\\].*, Open Excel " +
@@ -107,169 +59,32 @@ TEST_F(WindowMenusTest, listEntriesInOrder) {
                       ".*Open Data Directory.*, Change Data Directory\\.\\.\\."));
 }
 
-TEST_F(WindowMenusTest, copyTextsOfAnItem) {
-    const std::string copied = "Copied Command to Execute; copyText ";
-    struct Case {
-        std::string command, params, outcome;
-    };
-    for (const Case& c : {
-             Case{" ls ", "\t-l a  b\n", copied + "ls -l a  b"},
-             Case{" /a b\"c ", "", copied + "\"/a b\"c\""},
-             Case{"/a\u3000b", "c", copied + "\"/a\u3000b\" c"},
-             Case{" ", " -l ", copied + "-l"},
-             Case{"ls", " ", copied + "ls"},
-             Case{" ", "\n", "(Nothing to copy)"},
-         })
-        EXPECT_EQ(outcome(itemMenu(item(c.command, c.params)), "Copy Command to Execute"), c.outcome);
-
-    const LaunchItem row = item(" a\tb ", "line\nbreak");
-    for (const ItemColumnProperties& column : itemColumns)
-        EXPECT_EQ(
-            outcome(itemMenu(row, static_cast<ItemColumn>(&column - itemColumns.data())), "Copy Cell Value"),
-            "Copied Cell Value; copyText " + row.*column.field);
-    EXPECT_EQ(outcome(itemMenu(row), "Copy Cell Value"), "(Nothing to copy)") << "no column";
-    EXPECT_EQ(outcome(itemMenu(row), "Copy Row"),
-              "Copied Row; copyText Title\t a\tb \tline\nbreak\tkey words\titems.csv");
-    EXPECT_EQ(outcome(itemMenu(LaunchItem{}), "Copy Row"), "Copied Row; copyText \t\t\t\t");
-}
-
-TEST_F(WindowMenusTest, openTheParentDirectoryOfWhatTheItemNames) {
-    const std::string none = "(No parent directory available)";
-    const std::string opened = "Opened parent directory; showDirectory ";
-    struct Case {
-        std::string command, params;
-        std::optional<ItemColumn> column;
-        std::string outcome;
-    };
-    for (const Case& c : {
-             Case{" ~/notes.txt ", "", std::nullopt, opened + home},
-             Case{notes, inner, ItemColumn::command, opened + home},
-             Case{notes, inner, ItemColumn::params, opened + folder},
-             Case{notes, inner, std::nullopt, opened + home},
-             Case{notes, "~/missing", ItemColumn::params, opened + home},
-             Case{"tool", inner, ItemColumn::params, opened + folder},
-             Case{"tool", inner, ItemColumn::title, none},
-             Case{inner + "/", "", ItemColumn::source, opened + folder},
-             Case{"/", "", ItemColumn::command, opened + "/"},
-             Case{"\"" + notes + "\"", "", ItemColumn::command, none},
-             Case{"", "", ItemColumn::params, none},
-         })
-        EXPECT_EQ(outcome(itemMenu(item(c.command, c.params), c.column), "Open Parent Directory"), c.outcome)
-            << c.command << " | " << c.params;
-    desktop.accepts = false;
-    EXPECT_EQ(outcome(itemMenu(item(inner)), "Open Parent Directory"),
-              "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
-}
-
-TEST_F(WindowMenusTest, openTheDataFileOfAnItem) {
-    const auto opened = [this](const std::string& source) {
-        return outcome(itemMenu(item("", "", source)), "Open Data File (" + source + ")");
-    };
-    const std::string request = "; openFile " + configuration.path("data/items.csv");
-    EXPECT_EQ(opened("items.csv"), "Opened source file" + request);
-    EXPECT_EQ(opened("(Built-in)"), "(No source file available)");
-    EXPECT_EQ(opened("gone.csv"), "(No source file available)");
-    desktop.accepts = false;
-    EXPECT_EQ(opened("items.csv"), "Failed to open source file" + request);
-}
-
-TEST_F(WindowMenusTest, openWorkbooksInExcelWhereItIsInstalled) {
-    const std::string run = "; run /usr/bin/open|-n|-a|" + excel + "|" + home + "/Book.XLSX";
-    EXPECT_EQ(outcome(itemMenu(item("~/Book.XLSX")), "New Session"), "(Microsoft Excel not found)");
-    EXPECT_EQ(outcome(typedPathMenu("~/Book.XLSX"), "Read-Only"), "(Microsoft Excel not found)");
-    installExcel();
-    EXPECT_EQ(outcome(itemMenu(item("~/Book.XLSX")), "New Session"),
-              "Opened Command file in Excel (new session)" + run);
-    EXPECT_EQ(outcome(itemMenu(item(notes)), "Read-Only"), "(No Excel file available in Command)");
-    EXPECT_EQ(outcome(typedPathMenu("~/Book.XLSX"), "New Session"),
-              "Opened search path in Excel (new session)" + run);
-    EXPECT_EQ(outcome(typedPathMenu("~/folder.xlsx"), "New Session + Read-Only"), "(No Excel file to open)");
-}
-
-TEST_F(WindowMenusTest, actOnTheTypedPathOrItsDirectory) {
-    using enum SearchPathActionTargetType;
-    configureActions({{.appName = "Tool 100%", .binaryPath = " ~/tool", .targetType = directory},
-                      {.appName = "Tool", .binaryPath = "tool", .targetType = file},
-                      {.appName = "Gone", .binaryPath = "no-such-tool", .targetType = file},
-                      {.appName = "Gone", .binaryPath = "~/notes.txt", .targetType = directory}});
-    const std::string runTool = "; run " + tool + "|";
-    const std::string associated = "Open File with Associated App", finder = "Open Directory with Finder",
-                      terminal = "Open Directory with Terminal";
-    struct Case {
-        std::string text, title, outcome;
-    };
-    for (const Case& c : {
-             Case{"\"~/notes.txt\"", associated, "Opened path; openFile " + notes},
-             Case{"~/folder", associated, "(Opened path; openFile " + folder + ")"},
-             Case{"~/missing", associated, "(No path to open)"},
-             Case{"~/notes.txt", "Open File with Tool", "Opened file with Tool" + runTool + notes},
-             Case{"~/folder", "Open File with Tool", "(No file to open)"},
-             Case{"~/notes.txt", "Open File with Gone", "(Gone command not found)"},
-             Case{"~/notes.txt", finder, "Opened directory in Finder; showDirectory " + home},
-             Case{"", finder, "(No directory to open)"},
-             Case{"~/folder", terminal, "Opened directory in Terminal; openTerminal " + folder},
-             Case{"~/missing", terminal, "(No directory to open)"},
-             Case{"~/folder/", "Open Directory with Tool 100%",
-                  "Opened directory with Tool 100%" + runTool + folder},
-             Case{"", "Open Directory with Tool 100%", "(No directory to open)"},
-             Case{"~/folder", "Open Directory with Gone", "(Gone command not found)"},
-             Case{"~/notes.txt", "Copy Directory", "Copied directory; copyText " + home},
-             Case{"'~/folder/'", "Copy Directory", "Copied directory; copyText " + folder},
-             Case{"~/missing", "Copy Directory", "(No directory to copy)"},
-             Case{"~/notes.txt", "Copy Filename", "Copied filename; copyText notes.txt"},
-             Case{"~/folder/", "Copy Filename", "Copied filename; copyText folder"},
-             Case{"~/missing", "Copy Filename", "(No filename to copy)"},
-         })
-        EXPECT_EQ(outcome(typedPathMenu(c.text), c.title), c.outcome) << c.text << " | " << c.title;
-
-    desktop.accepts = false;
-    desktop.terminalResult = std::unexpected(Error{folder + ": Permission denied"});
-    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = " no display\n"};
-    const std::string failed = "! Script execution failed: no display; ";
-    EXPECT_EQ(outcome(typedPathMenu(notes), associated), "Failed to open path; openFile " + notes);
-    EXPECT_EQ(outcome(typedPathMenu(folder), finder),
-              "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
-    EXPECT_EQ(outcome(typedPathMenu(folder), terminal),
-              "! " + folder + ": Permission denied; openTerminal " + folder);
-    desktop.terminalResult = processes.runResult;
-    EXPECT_EQ(outcome(typedPathMenu("/"), terminal), failed + "openTerminal /");
-    EXPECT_EQ(outcome(typedPathMenu(notes), "Open File with Tool"), failed + "run " + tool + "|" + notes);
-}
-
-TEST_F(WindowMenusTest, lookForTheTargetAgainWhenAnActionIsChosen) {
-    installExcel();
-    const Menu typed = typedPathMenu("~/Book.XLSX");
-    const Menu row = itemMenu(item("~/Book.XLSX"));
-    content.setSearchText("another text");
-    std::filesystem::remove(home + "/Book.XLSX");
-    EXPECT_EQ(outcome(typed, "Open Directory with Finder"), "No directory to open");
-    EXPECT_EQ(outcome(typed, "Copy Filename"), "No filename to copy");
-    EXPECT_EQ(outcome(typed, "Read-Only"), "No Excel file to open");
-    EXPECT_EQ(outcome(row, "Read-Only"), "No Excel file available in Command");
-    EXPECT_EQ(outcome(row, "Open Parent Directory"), "No parent directory available");
-}
-
 TEST_F(WindowMenusTest, generalMenuReloadsAndOpensTheDataDirectory) {
     writeItems("delta,,,\n");
     choose(menus.generalMenu(), "Reload Data Files");
     EXPECT_EQ(selectedTitle(), "delta");
     desktop.accepts = false;
     const std::string data = configuration.path("data");
-    EXPECT_EQ(outcome(menus.generalMenu(), "Open Data Directory"),
-              "! Failed to open in Finder: " + data + "; showDirectory " + data);
+    choose(menus.generalMenu(), "Open Data Directory");
+    EXPECT_THAT(desktop.calls, ElementsAre("showDirectory " + data));
+    EXPECT_EQ(dialogText(), "Failed to open in Finder: " + data);
     EXPECT_THAT(log(), EndsWith("] Failed to open in Finder: " + data + "\n"));
 }
 
 TEST_F(WindowMenusTest, settingsMenuChangesSettings) {
-    EXPECT_EQ(outcome(menus.settingsMenu([] {}), "Show Built-in Items"), "Loaded 3 items") << "reloads";
+    content.setStatus("before");
+    chooseSetting("Show Built-in Items");
+    EXPECT_EQ(status(), "Loaded 3 items") << "reloads";
     chooseSetting("Dark");
     EXPECT_EQ(state().appSettings.appearanceMode, LaunchAppearanceMode::dark);
     EXPECT_EQ(desktop.appearances.back(), Appearance::dark);
     EXPECT_THAT(menuText(menus.settingsMenu([] {})), testing::HasSubstr("System, Light, Dark *"));
-    EXPECT_EQ(outcome(menus.settingsMenu([] {}), "Open Config/Log Directory"),
-              "Opened log directory; showDirectory " + configuration.path("log"));
-    EXPECT_EQ(outcome(menus.settingsMenu([] {}), "Open Data Directory"),
-              "Opened config directory; showDirectory " + configuration.path("data"));
+    chooseSetting("Open Config/Log Directory");
+    EXPECT_EQ(status(), "Opened log directory");
+    chooseSetting("Open Data Directory");
+    EXPECT_EQ(status(), "Opened config directory");
+    EXPECT_THAT(desktop.calls, ElementsAre("showDirectory " + configuration.path("log"),
+                                           "showDirectory " + configuration.path("data")));
     chooseSetting("Launch at Login");
     content.confirmStartupChange();
     EXPECT_THAT(menuText(menus.settingsMenu([] {})), testing::HasSubstr("Launch at Login *, "));

@@ -13,12 +13,17 @@ protected:
         desktop.applications = {app, "firefox.desktop"};
     }
 
+    /// Returns the kind in "Launched (<kind>): X" or, after "! ", the failure, and the calls made.
     std::string launch(const std::string& command, const std::string& params = {}) {
         LaunchItem item;
         item.title = "X";
         item.command = command;
         item.params = params;
-        return text(launcher.launch(item));
+        std::string outcome = text(launcher.launch(item));
+        constexpr std::string_view before = "Launched (", after = "): X";
+        if (outcome.starts_with(before))
+            outcome.erase(0, before.size()).erase(outcome.find(after), after.size());
+        return outcome;
     }
 
     std::string runAndWait(const std::vector<std::string>& arguments = {}) {
@@ -32,7 +37,7 @@ protected:
 
 TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
     const std::string web = "https://example.org/";
-    const std::string inApp = "Launched (specific browser): X; openURLWithApplication " + web + " ";
+    const std::string inApp = "specific browser; openURLWithApplication " + web + " ";
     const std::string missing = "! Command not found: ";
     struct Case {
         std::string command, params, outcome;
@@ -40,26 +45,24 @@ TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
     for (const Case& c : {
              Case{app, web, inApp + app},
              Case{" ~/Browser.app\n", "\tHTTPS://example.org/ ",
-                  "Launched (specific browser): X; openURLWithApplication HTTPS://example.org/ " + app},
+                  "specific browser; openURLWithApplication HTTPS://example.org/ " + app},
              Case{"firefox.desktop", web, inApp + "firefox.desktop"},
-             Case{web, web, "Launched (url): X; openURL " + web},
-             Case{" HTTP://Example.org/a b ", "not used",
-                  "Launched (url): X; openURL HTTP://Example.org/a%20b"},
-             Case{"http:example.org", "",
-                  "Launched (url): X; openURL http:example.org"}, // the browser reports the error
-             Case{app, "", "Launched (finder): X; showDirectory " + app},
-             Case{"~/folder", " \n\u3000", "Launched (finder): X; showDirectory " + folder},
-             Case{"~/notes.txt", "", "Launched (default app): X; openFile " + notes},
-             Case{tool, "", "Launched (default app): X; openFile " + tool},
-             Case{"tool", "", "Launched (command): X; start " + tool},
-             Case{" tool ", " a \"b c\" 'd e' ",
-                  "Launched (command + params): X; start " + tool + "|a|b c|d e"},
+             Case{web, web, "url; openURL " + web},
+             Case{" HTTP://Example.org/a b ", "not used", "url; openURL HTTP://Example.org/a%20b"},
+             Case{"http:example.org", "", "url; openURL http:example.org"}, // the browser reports the error
+             Case{app, "", "finder; showDirectory " + app},
+             Case{"~/folder", " \n\u3000", "finder; showDirectory " + folder},
+             Case{"~/notes.txt", "", "default app; openFile " + notes},
+             Case{tool, "", "default app; openFile " + tool},
+             Case{"tool", "", "command; start " + tool},
+             Case{" tool ", " a \"b c\" 'd e' ", "command + params; start " + tool + "|a|b c|d e"},
              Case{"~/tool", "~/notes.txt '  ' \" x \"",
-                  "Launched (command + params): X; start " + tool + "|" + notes + "||x"},
-             Case{"tool", web, "Launched (command + params): X; start " + tool + "|" + web},
+                  "command + params; start " + tool + "|" + notes + "||x"},
+             Case{"tool", web, "command + params; start " + tool + "|" + web},
              Case{"", "", missing},
              Case{" \n", "x", missing},
              Case{"no-such-tool", "", missing + "no-such-tool"},
+             Case{"www.example.org/", "", missing + "www.example.org/"},
              Case{"~/missing", "", missing + home.path("missing")},
              Case{"~/notes.txt", "x", missing + notes},
              Case{"~/folder", "x", missing + folder},
@@ -70,10 +73,6 @@ TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
         SCOPED_TRACE(c.command + " | " + c.params);
         EXPECT_EQ(launch(c.command, c.params), c.outcome);
     }
-    for (const std::string noWebAddress :
-         {"example.org", "www.example.org/", "file:///etc/hostname", "http//a", "mailto:a@b.c",
-          "ftp://example.org", "httpx://a", "http://a b/", "see https://example.org"})
-        EXPECT_EQ(launch(noWebAddress), missing + noWebAddress);
     EXPECT_TRUE(log.empty());
 }
 
@@ -85,7 +84,7 @@ TEST_F(LauncherTest, reportsFailuresOfTheDesktop) {
     EXPECT_EQ(launch("~/folder"), "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
     EXPECT_TRUE(log.empty());
     EXPECT_EQ(launch(app, "https://example.org"),
-              "Launched (specific browser): X; openURLWithApplication https://example.org " + app);
+              "specific browser; openURLWithApplication https://example.org " + app);
     EXPECT_EQ(log, std::vector<std::string>{"Failed to open URL with application: " + app});
     const auto opened = launcher.openWebAddressWithApplication("https://example.org", "/missing.app");
     ASSERT_FALSE(opened);

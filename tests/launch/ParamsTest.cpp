@@ -4,7 +4,7 @@
 
 namespace kavendra {
 
-TEST(Params, splitsAtWhiteSpaceOutsideQuotesAndRefusesAnOpenQuote) {
+TEST(Params, areSplitAtWhiteSpaceOutsideQuotes) {
     struct Case {
         const char* params;
         std::optional<std::vector<std::string>> tokens;

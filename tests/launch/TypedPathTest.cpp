@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-TEST(TypedPath, isWhatTheTextNames) {
+TEST(TypedPath, isTheExistingPathInTheText) {
     const TemporaryDirectory home;
     setenv("HOME", home.path().c_str(), 1);
     const std::string folder = home.path("a \"b\" it's\\");
@@ -59,7 +59,7 @@ TEST(TypedPath, isWhatTheTextNames) {
     std::filesystem::current_path(before);
 }
 
-TEST(TypedPath, isNotSeenBehindADirectoryWithoutPermission) {
+TEST(TypedPath, requiresPermissionToSearchTheDirectory) {
     const TemporaryDirectory home;
     const ScopedOrdinaryUser user(home.path());
     std::filesystem::create_directories(home.path("closed"));
