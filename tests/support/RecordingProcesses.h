@@ -7,8 +7,8 @@
 
 namespace kavendra {
 
-/// Starts nothing: records each call as text, "start /program|argument|argument" or "run ...". A working
-/// directory and a colon precede the program.
+/// Starts nothing: records each call as "start " or "run " and the command line, arguments separated by "|".
+/// A working directory and ": " come before the command line.
 class RecordingProcesses : public Processes {
 public:
     explicit RecordingProcesses(std::vector<std::string> environment = {})
