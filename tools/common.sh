@@ -1,4 +1,4 @@
-# Sourced by the scripts: what they say, and how they stop.
+# Functions of the scripts; sourced by them.
 
 say() { printf '%s\n' "$*"; }
 
@@ -7,7 +7,7 @@ fail() {
   exit 1
 }
 
-# quietly WHAT COMMAND...: runs a command; its output is shown only when it fails.
+# quietly WHAT COMMAND...: runs a command and shows its output only if it fails.
 quietly() {
   local what=$1 output command
   shift
@@ -21,7 +21,7 @@ quietly() {
   rm -f "$output"
 }
 
-# display_answers: whether a window can be shown here. Asks no program, because none may be installed yet.
+# display_answers: whether there is a display. Starts no program, because none may be installed yet.
 display_answers() {
   local number=${DISPLAY:-}
   number=${number#*:}
@@ -29,7 +29,7 @@ display_answers() {
   case ${DISPLAY:-} in
     '') ;;
     :* | unix:*) [ -S "/tmp/.X11-unix/X$number" ] && return ;;
-    *) return ;; # on another machine
+    *) return ;; # a display of another machine
   esac
   case ${WAYLAND_DISPLAY:-} in
     '') return 1 ;;

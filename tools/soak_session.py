@@ -133,7 +133,7 @@ class Soak(Session):
     def resize_a_column(self):
         border = position("Launch items", 0.5, 12)
         if border:
-            for x in range(border[0] - 200, border[0], 7): # one of these is a border
+            for x in range(border[0] - 200, border[0], 7): # one of these is a column border
                 xdotool("mousemove", x, border[1], "mousedown", 1, "mousemove", x + 15, border[1], "mouseup", 1)
 
 

@@ -1,9 +1,9 @@
 #!/bin/sh
-# make-test-desktop.sh DIRECTORY: creates a desktop for tests in an existing directory.
+# make-test-desktop.sh DIRECTORY: makes a test desktop in an existing directory.
 #
-# Its applications only record their start: each appends a line to DIRECTORY/record, its name and its arguments
-# separated by tabs, and copies its files in /proc (proc(5)) to record.environ, record.stat and record.status.
-# DIRECTORY/environment has the variables that make GIO use this desktop, without a session bus:
+# Its applications only record their start: each appends its name and arguments, separated by tabs, as one line to
+# DIRECTORY/record, and copies its /proc files (proc(5)) to record.environ, record.stat and record.status. The
+# environment variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
 #
 #     while read -r variable; do export "$variable"; done < DIRECTORY/environment
 set -eu
@@ -17,7 +17,7 @@ ln -sfn /usr/share/mime "$directory/data/mime"
 cat > "$directory/bin/record" <<'END'
 #!/bin/sh
 record=${0%/*}/../record
-# By shell built-ins, because the shell blocks signals while it starts another program.
+# Uses builtins only, because the shell blocks signals while it starts another program.
 copy() {
     while IFS= read -r line; do
         printf '%s\n' "$line"
