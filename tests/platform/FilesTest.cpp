@@ -13,6 +13,7 @@ TEST_F(Files, readFileRejectsNonRegularAndOversizedFiles) {
     EXPECT_EQ(readFile(file, 3)->view(), std::string_view("a\0b", 3));
     EXPECT_EQ(readFile(directory.write("empty", ""), 0)->view(), "");
     EXPECT_GT(readFile("/proc/self/status", 1 << 20)->size(), 0U) << "a file with size 0 in its status";
+    EXPECT_EQ(reasonOf(readFile("/proc/self/status", 9)), "/proc/self/status: File too large");
     EXPECT_EQ(reasonOf(readFile(file, 2)), "./file: File too large");
     EXPECT_EQ(reasonOf(readFile(directory.path("none"), 9)), "./none: No such file or directory");
     EXPECT_EQ(reasonOf(readFile(directory.path(), 9)), ".: Is a directory");

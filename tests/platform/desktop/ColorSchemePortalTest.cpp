@@ -142,7 +142,7 @@ TEST(ColorSchemePortal, setsThePaletteWhileTheAppearanceIsSystem) {
 
     desktop.setAppearance(Appearance::light);
     change(service, "color-scheme", 1);
-    change(service, "contrast", 1);
+    change(service, "contrast", 2);
     QTest::qWait(100);
     EXPECT_FALSE(isDark()) << "the appearance of the settings has precedence";
     desktop.setAppearance(Appearance::system);

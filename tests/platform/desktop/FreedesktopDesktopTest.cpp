@@ -155,7 +155,8 @@ TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
     const std::string programs = directory.path("programs");
     // The terminal does not end before the test has created the file "go".
     const std::string script = "#!/bin/sh\nwhile [ ! -e '" + directory.path("go") +
-                               "' ]; do sleep 0.05; done\npwd > '" + directory.path("record") + "'\n";
+                               "' ]; do sleep 0.05; done\n{ echo \"${0##*/}\"; pwd; } > '" +
+                               directory.path("record") + "'\n";
     std::filesystem::create_directories(place);
     std::filesystem::create_directories(programs);
     Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
@@ -168,7 +169,8 @@ TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
         const auto terminal = terminals.openTerminal(place);
         ASSERT_TRUE(terminal && terminal->succeeded) << name;
         directory.write("go", "");
-        EXPECT_TRUE(eventually([&] { return directory.read("record") == place + "\n"; })) << name;
+        EXPECT_TRUE(eventually([&] { return directory.read("record") == name + "\n" + place + "\n"; }))
+            << name;
     }
     const auto opened = terminals.openTerminal(directory.path("missing"));
     ASSERT_FALSE(opened);

@@ -135,6 +135,9 @@ TEST(RunningInstance, firstProcessIsActivatedUntilItEnds) {
         EXPECT_EQ(tokens, (std::vector<std::string>{"", "old", "new", "", "of-open"}));
     }
     EXPECT_FALSE(caller.call("Activate", "(@a{sv} {},)"));
+    const TestService other(bus, otherInstance, Manner::obliging);
+    EXPECT_FALSE(becomeRunningInstance());
+    EXPECT_EQ(other.calls().size(), 1U) << "the name was free for another process";
 }
 
 } // namespace kavendra
