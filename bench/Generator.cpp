@@ -60,7 +60,7 @@ std::string generateCSV(std::size_t rows) {
 }
 
 ItemList generateItems(std::size_t rows) {
-    auto block = readCSVItems(ByteBuffer(generateCSV(rows)), "generated.csv", "generated.csv", [](auto) {});
+    auto block = readCSVItems(ByteBuffer(generateCSV(rows)), "generated.csv", "generated.csv").items;
     if (!block)
         std::abort();
     ItemList items;

@@ -1,10 +1,10 @@
 #include "bench/MemoryBenchmark.h"
 
-#include "app/DataDirectory.h"
 #include "base/TextDecoding.h"
 #include "bench/Generator.h"
 #include "bench/WorkbookGenerator.h"
 #include "data/csv/CSVReader.h"
+#include "data/workbook/WorkbookReader.h"
 #include "search/SearchIndex.h"
 
 #include <benchmark/benchmark.h>
@@ -125,7 +125,7 @@ int measureCSV(const std::string& path) {
     auto text = decodeText(readWhole(path));
     if (!text)
         return 1;
-    auto block = readCSVItems(std::move(*text), "a.csv", "a.csv", [](auto) {});
+    auto block = readCSVItems(std::move(*text), "a.csv", "a.csv").items;
     if (!block)
         return 1;
     ItemList items;
@@ -136,7 +136,7 @@ int measureCSV(const std::string& path) {
 
 int measureWorkbook(const std::string& path) {
     const std::size_t before = residentMemory();
-    const auto block = loadDataFile(path, "a.xlsx", [](auto) {});
+    const auto block = readWorkbookItems(dataFileAt(path), "a.xlsx").items;
     return block ? report(before, block->rows.size()) : 1;
 }
 

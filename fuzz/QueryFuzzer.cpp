@@ -39,7 +39,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string csv = "Title,Command,Params,Keywords" + std::string(bytes.substr(query.size()));
     if (!isValidUTF8(csv))
         return 0;
-    auto block = readCSVItems(ByteBuffer(csv), "fuzzed.csv", "fuzzed.csv", [](auto) {});
+    auto block = readCSVItems(ByteBuffer(csv), "fuzzed.csv", "fuzzed.csv").items;
     if (!block)
         return 0;
     ItemList items;

@@ -9,8 +9,9 @@ using namespace kavendra;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    const auto block = readWorkbookBytes(bytes, "fuzzed.xlsx", "fuzzed.xlsx",
-                                         [](std::string_view line) { require(isValidUTF8(line)); });
+    const auto [logLines, block] = readWorkbookBytes(bytes, "fuzzed.xlsx", "fuzzed.xlsx");
+    for (const std::string& line : logLines)
+        require(isValidUTF8(line));
     if (!block) {
         require(block.error().description.starts_with("Invalid Excel format: fuzzed.xlsx: ") ||
                 block.error().description == "Excel workbook has no supported sheet: fuzzed.xlsx");

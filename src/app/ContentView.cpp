@@ -1,8 +1,9 @@
 #include "app/ContentView.h"
 
-#include "app/DataDirectory.h"
+#include "app/ItemsLoad.h"
 #include "config/LogFile.h"
 #include "config/SettingsFile.h"
+#include "data/DataDirectory.h"
 
 #include <utility>
 
@@ -21,7 +22,8 @@ std::string loadedMessage(std::size_t itemCount, const std::string& dataDirector
 ContentView::ContentView(Desktop& desktop, Processes& processes, std::string configurationDirectory,
                          std::string builtinFile)
     : m_desktop(desktop), m_configurationDirectory(std::move(configurationDirectory)),
-      m_builtinFile(std::move(builtinFile)), m_launcher(desktop, processes, logLine()) {
+      m_builtinFile(std::move(builtinFile)),
+      m_launcher(desktop, processes, [this](std::string_view line) { appendLogLine(line); }) {
     m_state.appSettings = defaultSettings(m_configurationDirectory);
     adopt({});
 }
@@ -62,16 +64,14 @@ Result<void> ContentView::load() {
             return reset;
         m_state.hasResetLogForCurrentLaunch = true;
     }
-    const std::string& directory = m_state.appSettings.dataDirectoryPath;
-    if (auto ensured = ensureDataDirectory(directory); !ensured)
-        return ensured;
-    auto items = loadAllItems(directory, m_state.appSettings.showBuiltinItems, m_builtinFile, logLine());
-    if (!items)
-        return std::unexpected(items.error());
-    auto index = makeSearchIndex(*items);
-    if (!index)
-        return std::unexpected(index.error());
-    adopt({std::move(*items), std::move(*index)});
+    ItemsLoad load = loadItems({.dataDirectory = m_state.appSettings.dataDirectoryPath,
+                                .includeBuiltinItems = m_state.appSettings.showBuiltinItems,
+                                .builtinFile = m_builtinFile});
+    for (const std::string& line : load.logLines)
+        appendLogLine(line);
+    if (!load.items)
+        return std::unexpected(load.items.error());
+    adopt(std::move(*load.items));
     ensureSelection();
     return {};
 }
@@ -201,10 +201,6 @@ void ContentView::dismissErrorDialog() {
 void ContentView::appendLogLine(std::string_view message) {
     if (!appendToLog(m_state.appSettings.logDirectoryPath, message))
         setStatus(std::string(message) + " | Log write failed");
-}
-
-LogLine ContentView::logLine() {
-    return [this](std::string_view message) { appendLogLine(message); };
 }
 
 } // namespace kavendra

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "app/ItemsLoad.h"
 #include "config/LaunchAtLogin.h"
 #include "config/LaunchSettings.h"
 #include "config/StateFile.h"
-#include "data/ItemList.h"
 #include "launch/Launcher.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
-#include "search/SearchIndex.h"
 #include "search/Selection.h"
 
 #include <cstdint>
@@ -19,12 +18,6 @@
 #include <vector>
 
 namespace kavendra {
-
-/// The result of a load: the items and their search index.
-struct LoadedItems {
-    ItemList list;
-    SearchIndex index;
-};
 
 /// The run-time state of the window. The two shared parts are immutable and replaced when they change; a view
 /// keeps the ones that it shows.
@@ -103,7 +96,6 @@ private:
     void adopt(LoadedItems loaded);
     void filter();
     void ensureSelection();
-    LogLine logLine();
 
     Desktop& m_desktop;
     std::string m_configurationDirectory;

@@ -94,15 +94,15 @@ void ByteBuffer::reserve(std::size_t capacity) {
     if (m_bytes && capacity <= m_capacity)
         return;
 #ifdef MREMAP_MAYMOVE
-    if (bytes && isMapped(room)) {
-        // Moves the pages, not the bytes, so the old and the new ones never stand side by side.
+    if (m_bytes && isMapped(m_capacity)) {
+        // Moves the pages instead of copying the bytes, so both never need memory at once.
         void* mapping = capacity > std::numeric_limits<std::size_t>::max() / 2
                             ? MAP_FAILED
-                            : mremap(bytes, mappingSize(room), mappingSize(capacity), MREMAP_MAYMOVE);
+                            : mremap(m_bytes, mappingSize(m_capacity), mappingSize(capacity), MREMAP_MAYMOVE);
         if (mapping == MAP_FAILED)
             throw std::bad_alloc();
-        bytes = static_cast<char*>(mapping);
-        room = capacity;
+        m_bytes = static_cast<char*>(mapping);
+        m_capacity = capacity;
         return;
     }
 #endif

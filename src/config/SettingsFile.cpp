@@ -3,7 +3,7 @@
 #include "config/ConfigErrors.h"
 #include "config/JSONEncoding.h"
 #include "config/StateFile.h"
-#include "data/SampleDataFile.h"
+#include "data/DataDirectory.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"

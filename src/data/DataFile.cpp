@@ -3,6 +3,8 @@
 #include "data/DataErrors.h"
 #include "platform/Paths.h"
 
+#include <utility>
+
 namespace kavendra {
 
 std::optional<DataFileKind> dataFileKind(std::string_view fileName) {
@@ -12,6 +14,12 @@ std::optional<DataFileKind> dataFileKind(std::string_view fileName) {
     if (extension == "xlsx" || extension == "xlsm")
         return DataFileKind::workbook;
     return std::nullopt;
+}
+
+DataFile dataFileAt(std::string path) {
+    std::string name(lastPathComponent(path));
+    const DataFileKind kind = dataFileKind(name).value_or(DataFileKind::csv);
+    return {.path = std::move(path), .name = std::move(name), .kind = kind};
 }
 
 std::unexpected<Error> invalidDataFile(std::string_view fileName, std::string_view detail) {

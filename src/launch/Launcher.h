@@ -1,11 +1,11 @@
 #pragma once
 
-#include "base/LogLine.h"
 #include "base/Result.h"
 #include "data/LaunchItem.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +18,9 @@ using ActionOutcome = Result<std::string>;
 
 /// Returns `message` when `done` succeeded, else its failure.
 ActionOutcome outcomeOf(const Result<void>& done, std::string message);
+
+/// Receives one line for the log; never fails.
+using LogLine = std::function<void(std::string_view)>;
 
 /// Launches items and opens what they name. Failures are those of LaunchErrors.h, or the system's error when
 /// a program cannot be started.

@@ -210,7 +210,7 @@ Result<SearchText> makeSearchText(const ItemList& items) {
         for (const ItemBlock& block : items.blocks())
             if (!writer.append(block))
                 return invalidDataFile(block.source, "too much text for the size of the file");
-        ByteBuffer(items.size() * loadLimits::shownItemCost);
+        const ByteBuffer memoryOfTheWindow(items.size() * loadLimits::shownItemCost);
         return writer.take();
     } catch (const std::bad_alloc&) {
         return notEnoughMemory(largestSource(items));

@@ -1,7 +1,6 @@
 #include "data/LoadLimits.h"
 
-#include "app/DataDirectory.h"
-#include "platform/Paths.h"
+#include "app/ItemsLoad.h"
 #include "search/SearchIndex.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/Limits.h"
@@ -41,17 +40,6 @@ std::string workbookRepeating(const std::string& title, std::size_t rows) {
     return makeZip(zipEntries(workbookParts({headerRow() + repeated(row, rows)}, strings)));
 }
 
-/// Loads a file as a load of all files does and returns the failure.
-std::string failureOf(const std::string& path) {
-    auto block = loadDataFile(path, std::string(lastPathComponent(path)), [](auto) {});
-    if (!block)
-        return block.error().description;
-    ItemList items;
-    items.append(std::move(*block));
-    const auto index = makeSearchIndex(items);
-    return index ? "" : index.error().description;
-}
-
 } // namespace
 
 TEST(LoadLimits, filesAreLoadedOrRefusedInProportionToTheirSize) {
@@ -81,9 +69,12 @@ TEST(LoadLimits, filesAreLoadedOrRefusedInProportionToTheirSize) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         const TemporaryDirectory directory;
-        const std::string path = directory.write(c.file, c.content);
+        directory.write(c.file, c.content);
         std::string failure;
-        const ResourceUse use = measureResources([&] { failure = failureOf(path); });
+        const ResourceUse use = measureResources([&] {
+            const ItemsLoad load = loadItems({directory.path(), false, ""});
+            failure = load.items ? "" : load.items.error().description;
+        });
         EXPECT_EQ(failure, c.failure);
         const auto size = static_cast<double>(c.content.size()) / mebibyte;
         EXPECT_LT(use.seconds, secondsAlways + secondsForMebibyte * size);

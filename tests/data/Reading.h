@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kavendra {
@@ -24,29 +24,27 @@ inline Lines itemTexts(const ItemBlock& block) {
     return items;
 }
 
-/// What came of reading a data file, in a form to compare.
+/// The result of reading a data file, in a form to compare.
 struct Reading {
     Lines items; ///< as itemTexts has them
     Lines log;
     std::string failure;
 };
 
-/// `read` returns a block whose source is "source".
-inline Reading readingBy(const std::function<Result<ItemBlock>(const LogLine&)>& read) {
-    Reading reading;
-    const auto block = read([&](std::string_view line) { reading.log.emplace_back(line); });
-    if (block) {
-        EXPECT_EQ(block->source, "source");
-        reading.items = itemTexts(*block);
+/// `result` is of a file whose source is "source".
+inline Reading comparable(DataFileReading result) {
+    Reading reading{.items = {}, .log = std::move(result.logLines), .failure = {}};
+    if (result.items) {
+        EXPECT_EQ(result.items->source, "source");
+        reading.items = itemTexts(*result.items);
     } else {
-        reading.failure = block.error().description;
+        reading.failure = result.items.error().description;
     }
     return reading;
 }
 
 inline Reading readWorkbook(std::string_view bytes) {
-    return readingBy(
-        [&](const LogLine& log) { return readWorkbookBytes(bytes, "book.xlsx", "source", log); });
+    return comparable(readWorkbookBytes(bytes, "book.xlsx", "source"));
 }
 
 } // namespace kavendra

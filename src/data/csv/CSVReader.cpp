@@ -1,9 +1,11 @@
 #include "data/csv/CSVReader.h"
 
 #include "base/Text.h"
+#include "base/TextDecoding.h"
 #include "data/DataErrors.h"
 #include "data/LoadLimits.h"
 #include "data/csv/CSVTokenizer.h"
+#include "platform/Files.h"
 
 #include <algorithm>
 #include <array>
@@ -15,6 +17,9 @@
 namespace kavendra {
 
 namespace {
+
+/// Larger data files are not read; no table of launch items that people keep comes near this size.
+constexpr std::size_t maximumFileSize = std::size_t{1} << 30;
 
 /// The largest text of one file. The Unicode services count in 32 bits.
 constexpr std::size_t maximumTextSize = std::numeric_limits<std::int32_t>::max();
@@ -168,10 +173,11 @@ Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text
     return std::move(collector.rows);
 }
 
-Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
-                               const LogLine& appendLogLine, std::optional<std::size_t> fileSize) {
+DataFileReading readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
+                             std::optional<std::size_t> fileSize) {
+    const std::string name(fileName);
     if (text.size() > maximumTextSize)
-        return LaunchError::invalidCSVFormat(std::string(fileName) + ": failed to read file");
+        return {.logLines = {}, .items = LaunchError::invalidCSVFormat(name + ": failed to read file")};
 
     const std::size_t size = fileSize.value_or(text.size());
     const std::size_t maximumItems =
@@ -179,23 +185,40 @@ Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::
     ItemCollector collector(text, maximumItems);
     if (!tokenizeCSV(text.data(), text.size(), collector)) {
         // No row ends behind the quote, so it stands in the row that did not end.
-        appendLogLine("CSV unterminated quote (" + std::string(fileName) + "): opened in row " +
-                      std::to_string(collector.rowsRead + 1));
-        return LaunchError::invalidCSVFormat(unterminatedQuote);
+        return {.logLines = {"CSV unterminated quote (" + name + "): opened in row " +
+                             std::to_string(collector.rowsRead + 1)},
+                .items = LaunchError::invalidCSVFormat(unterminatedQuote)};
     }
+    DataFileReading reading;
     if (collector.hasHeader) {
         // Only a text that could be split to its end has a header to report.
-        appendLogLine("CSV headers (" + std::string(fileName) + "): " + collector.headerLine);
-        if (const auto missing = collector.missingColumn())
-            return LaunchError::missingRequiredColumns(std::string(fileName) + ": " + std::string(*missing));
+        reading.logLines = {"CSV headers (" + name + "): " + collector.headerLine};
+        if (const auto missing = collector.missingColumn()) {
+            reading.items = LaunchError::missingRequiredColumns(name + ": " + std::string(*missing));
+            return reading;
+        }
     }
     if (collector.hasTooManyItems)
-        return LaunchError::invalidCSVFormat(std::string(fileName) + ": more than " +
-                                             std::to_string(maximumItems) + " rows");
-    return ItemBlock{.text = std::move(text),
-                     .rows = std::move(collector.rows),
-                     .source = std::move(sourceName),
-                     .fileSize = size};
+        reading.items =
+            LaunchError::invalidCSVFormat(name + ": more than " + std::to_string(maximumItems) + " rows");
+    else
+        reading.items = ItemBlock{.text = std::move(text),
+                                  .rows = std::move(collector.rows),
+                                  .source = std::move(sourceName),
+                                  .fileSize = size};
+    return reading;
+}
+
+DataFileReading readCSVFile(const DataFile& file, std::string sourceName) {
+    auto bytes = readFile(file.path, maximumFileSize);
+    if (!bytes)
+        return {.logLines = {}, .items = LaunchError::invalidCSVFormat(file.name + ": failed to read file")};
+    const std::size_t fileSize = bytes->size();
+    auto text = decodeText(std::move(*bytes));
+    if (!text)
+        return {.logLines = {},
+                .items = LaunchError::invalidCSVFormat(file.name + ": failed to decode text")};
+    return readCSVItems(std::move(*text), file.name, std::move(sourceName), fileSize);
 }
 
 } // namespace kavendra

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "base/LogLine.h"
 #include "base/Result.h"
-#include "data/ItemList.h"
+#include "data/DataFile.h"
 
 #include <cstddef>
 #include <optional>
@@ -18,14 +17,18 @@ namespace kavendra {
 /// LaunchError::invalidCSVFormat "unterminated quote".
 Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text);
 
-/// Turns the text of one data file into items. `text` is valid UTF-8 and is taken over, because the rows are
-/// views of it; `fileName` stands in messages, `sourceName` becomes the items' source. One line with the
-/// header goes to the log, or one with the row in which an unterminated quote was opened: the header is row
-/// 1, blank rows count, a line end within quotes does not begin a row. Columns may stand in any order, more
-/// than the required ones are ignored, and of columns with the same name the first counts.
-/// `fileSize` is the size of the file when it was not UTF-8; it bounds the number of items.
+/// Turns CSV text into items. `text` is valid UTF-8 and is taken over, because the rows are views of it;
+/// `fileName` is used in messages, `sourceName` becomes the items' source. Columns may stand in any order;
+/// columns beyond the required ones are ignored, and of columns with the same name the first counts.
+/// The log line is the header, or the number of the row in which an unterminated quote was opened: the header
+/// is row 1, blank rows count, a line end within quotes does not begin a row.
+/// `fileSize` is the size of the file if it was not UTF-8; it bounds the number of items.
 /// Fails with LaunchError::invalidCSVFormat or missingRequiredColumns. Throws std::bad_alloc.
-Result<ItemBlock> readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
-                               const LogLine& appendLogLine, std::optional<std::size_t> fileSize = {});
+DataFileReading readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
+                             std::optional<std::size_t> fileSize = {});
+
+/// Reads and decodes a file and turns it into items as above. Fails also with LaunchError::invalidCSVFormat
+/// if the file cannot be read, has more than 1 GiB or has no known encoding.
+DataFileReading readCSVFile(const DataFile& file, std::string sourceName);
 
 } // namespace kavendra

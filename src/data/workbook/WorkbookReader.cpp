@@ -8,7 +8,6 @@
 #include "data/workbook/WorkbookArchive.h"
 #include "data/workbook/WorkbookLimits.h"
 #include "platform/Files.h"
-#include "platform/Paths.h"
 
 #include <algorithm>
 #include <utility>
@@ -112,54 +111,55 @@ Result<std::vector<ParsedExcelSheet>> readWorkbookSheets(WorkbookArchive& archiv
     return sheets;
 }
 
-void logHeader(const ParsedExcelSheet& sheet, std::string_view fileName, const LogLine& appendLogLine) {
+std::string headerLogLine(const ParsedExcelSheet& sheet, std::string_view fileName) {
     static const std::string notFound =
         "not found in first " + std::to_string(headerSearchRows) + "x" + std::to_string(headerSearchColumns);
-    appendLogLine("Excel headers (" + std::string(fileName) + " / " + sheet.name +
-                  "): " + sheet.headerLine.value_or(notFound));
+    return "Excel headers (" + std::string(fileName) + " / " + sheet.name +
+           "): " + sheet.headerLine.value_or(notFound);
 }
 
 std::unexpected<Error> invalid(std::string_view fileName, const Error& error) {
     return LaunchError::invalidExcelFormat(std::string(fileName) + ": " + error.description);
 }
 
-Result<ItemBlock> readArchive(Result<WorkbookArchive> archive, std::string_view fileName,
-                              std::string sourceName, const LogLine& appendLogLine) {
+DataFileReading readArchive(Result<WorkbookArchive> archive, std::string_view fileName,
+                            std::string sourceName) {
     if (!archive)
-        return invalid(fileName, archive.error());
+        return {.logLines = {}, .items = invalid(fileName, archive.error())};
     WorkbookContent content;
     content.fileSize = archive->fileSize();
     // More than the text needs, as markup does not count: what is not used costs no memory.
     content.text.reserve(std::min(archive->inflatedSize(), workbookLimits::textSize));
     const auto sheets = readWorkbookSheets(*archive, content);
     if (!sheets)
-        return invalid(fileName, sheets.error());
+        return {.logLines = {}, .items = invalid(fileName, sheets.error())};
+    DataFileReading reading;
     for (const ParsedExcelSheet& sheet : *sheets)
-        logHeader(sheet, fileName, appendLogLine);
-    if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported))
-        return LaunchError::missingSupportedWorksheet(fileName);
+        reading.logLines.push_back(headerLogLine(sheet, fileName));
+    if (std::ranges::none_of(*sheets, &ParsedExcelSheet::isSupported)) {
+        reading.items = LaunchError::missingSupportedWorksheet(fileName);
+        return reading;
+    }
     content.text.shrinkToFit();
-    return ItemBlock{.text = std::move(content.text),
-                     .rows = std::move(content.items),
-                     .source = std::move(sourceName),
-                     .fileSize = content.fileSize,
-                     .xmlCost = content.xmlCost};
+    reading.items = ItemBlock{.text = std::move(content.text),
+                              .rows = std::move(content.items),
+                              .source = std::move(sourceName),
+                              .fileSize = content.fileSize,
+                              .xmlCost = content.xmlCost};
+    return reading;
 }
 
 } // namespace
 
-Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceName,
-                                    const LogLine& appendLogLine) {
-    auto opened = openRegularFile(file, workbookLimits::fileSize);
+DataFileReading readWorkbookItems(const DataFile& file, std::string sourceName) {
+    auto opened = openRegularFile(file.path, workbookLimits::fileSize);
     if (!opened) // the system's reason names the file
-        return LaunchError::invalidExcelFormat(opened.error().description);
-    return readArchive(WorkbookArchive::open(std::move(*opened)), lastPathComponent(file),
-                       std::move(sourceName), appendLogLine);
+        return {.logLines = {}, .items = LaunchError::invalidExcelFormat(opened.error().description)};
+    return readArchive(WorkbookArchive::open(std::move(*opened)), file.name, std::move(sourceName));
 }
 
-Result<ItemBlock> readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName,
-                                    const LogLine& appendLogLine) {
-    return readArchive(WorkbookArchive::open(bytes), fileName, std::move(sourceName), appendLogLine);
+DataFileReading readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName) {
+    return readArchive(WorkbookArchive::open(bytes), fileName, std::move(sourceName));
 }
 
 } // namespace kavendra

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "base/LogLine.h"
-#include "base/Result.h"
-#include "data/ItemList.h"
+#include "data/DataFile.h"
 
 #include <string>
 #include <string_view>
@@ -11,15 +9,13 @@
 /// below it. Values are taken as they are stored, nothing is formatted.
 namespace kavendra {
 
-/// Turns the workbook at that path into items, sheet after sheet, with `sourceName` as their source. One line
-/// a sheet with its header goes to the log.
+/// Reads a workbook as items, sheet after sheet, with `sourceName` as their source. The log lines are one a
+/// sheet, with its header.
 /// Fails with LaunchError::invalidExcelFormat, or missingSupportedWorksheet when no sheet has the required
-/// columns.
-Result<ItemBlock> readWorkbookItems(const std::string& file, std::string sourceName,
-                                    const LogLine& appendLogLine);
+/// columns. Throws std::bad_alloc.
+DataFileReading readWorkbookItems(const DataFile& file, std::string sourceName);
 
-/// The same for a workbook in memory; `fileName` stands in messages.
-Result<ItemBlock> readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName,
-                                    const LogLine& appendLogLine);
+/// The same for a workbook in memory; `fileName` is used in messages.
+DataFileReading readWorkbookBytes(std::string_view bytes, std::string_view fileName, std::string sourceName);
 
 } // namespace kavendra

@@ -17,8 +17,7 @@ const std::string openQuote = "CSV unterminated quote (tools.csv): opened in row
 const std::string unterminated = "Invalid CSV format: unterminated quote";
 
 Reading read(std::string_view text) {
-    return readingBy(
-        [&](const LogLine& log) { return readCSVItems(ByteBuffer(text), "tools.csv", "source", log); });
+    return comparable(readCSVItems(ByteBuffer(text), "tools.csv", "source"));
 }
 
 } // namespace
@@ -121,7 +120,7 @@ TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
     quote.setSize(quote.capacity());
     std::memset(quote.data(), 'x', quote.size());
     quote.data()[0] = '"';
-    const auto block = readCSVItems(std::move(quote), "tools.csv", "source", [](auto) {});
+    const auto block = readCSVItems(std::move(quote), "tools.csv", "source").items;
     EXPECT_EQ(block.error().description, unterminated);
 }
 
@@ -130,7 +129,7 @@ TEST(ReadCSVItems, BoundsRowsByTheSizeOfTheFile) {
     for (std::size_t row = 0; row < 1'000'000; ++row)
         text += "a\n";
     const auto failure = [&](std::size_t fileSize) {
-        const auto block = readCSVItems(ByteBuffer(text), "tools.csv", "source", [](auto) {}, fileSize);
+        const auto block = readCSVItems(ByteBuffer(text), "tools.csv", "source", fileSize).items;
         return block ? "" : block.error().description;
     };
     EXPECT_EQ(failure(text.size()), "");

@@ -48,9 +48,8 @@ TEST(WorkbookFixtures, areReadWhateverProgramWroteThem) {
     };
     for (const auto& [fixture, items] : cases) {
         SCOPED_TRACE(fixture);
-        const Reading reading = readingBy([&](const LogLine& log) {
-            return readWorkbookItems(KAVENDRA_FIXTURES "/" + fixture, "source", log);
-        });
+        const Reading reading =
+            comparable(readWorkbookItems(dataFileAt(KAVENDRA_FIXTURES "/" + fixture), "source"));
         EXPECT_EQ(reading.items, items);
         EXPECT_EQ(reading.failure,
                   items.empty() ? "Invalid Excel format: ~$open.xlsx: Not a zip archive" : "");

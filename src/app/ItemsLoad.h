@@ -1,0 +1,36 @@
+#pragma once
+
+#include "base/Result.h"
+#include "data/ItemList.h"
+#include "search/SearchIndex.h"
+
+#include <string>
+#include <vector>
+
+namespace kavendra {
+
+/// Items and the index that searches them.
+struct LoadedItems {
+    ItemList list;
+    SearchIndex index;
+};
+
+struct ItemsLoadRequest {
+    std::string dataDirectory; ///< created if it is missing
+    bool includeBuiltinItems = false;
+    std::string builtinFile; ///< its items come first; there are none if it does not exist
+};
+
+/// Result of a load.
+struct ItemsLoad {
+    std::vector<std::string> logLines; ///< headers of the files read, in order, also if the load failed
+    Result<LoadedItems> items;
+};
+
+/// Reads all data files of a directory in their order and builds the search index. Uses no shared state, so
+/// it may run on any thread. Fails as ensureDataDirectory and listDataFiles do, with the failure of the first
+/// file that cannot be read, with the first file at which all files together exceed a limit (see
+/// LoadLimits.h), or as makeSearchIndex does.
+ItemsLoad loadItems(const ItemsLoadRequest& request);
+
+} // namespace kavendra

@@ -1,0 +1,162 @@
+#include "app/ItemsLoad.h"
+
+#include "tests/TemporaryDirectory.h"
+#include "tests/support/Limits.h"
+#include "tests/support/WorkbookWriter.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
+
+namespace kavendra {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const std::string header = "Title,Command,Params,Keywords\n";
+
+ItemsLoad load(const std::string& directory) {
+    return loadItems({.dataDirectory = directory, .includeBuiltinItems = false, .builtinFile = {}});
+}
+
+std::string failureOf(const ItemsLoad& load) {
+    return load.items ? "none" : load.items.error().description;
+}
+
+Lines titles(const ItemsLoad& load) {
+    if (!load.items)
+        return {load.items.error().description};
+    Lines found;
+    const ItemList& items = load.items->list;
+    for (const std::uint32_t index : load.items->index.matches(""))
+        found.push_back(items[index].title + " of " + items[index].source);
+    return found;
+}
+
+} // namespace
+
+TEST(ItemsLoad, ReadsBuiltinItemsFirstThenFilesInOrder) {
+    const TemporaryDirectory resources;
+    const std::string directory = resources.path("made/by the load");
+    const std::string builtin = resources.write("Built-in.csv", header + "built,,,\n");
+    EXPECT_EQ(titles(load(directory)), Lines{});
+    const auto write = [&](const std::string& name, const std::string& content) {
+        resources.write("made/by the load/" + name, content);
+    };
+    const auto workbook = [](const char* title) {
+        return makeZip(zipEntries(workbookParts({headerRow() + inlineRow({title})})));
+    };
+    write("D.XLSM", workbook("5"));
+    write("b.csv", header + "2,,,\n1,,,");
+    write("A.csv", "\xEF\xBB\xBF" + header + "3,,,\n");
+    write("c.xlsx", workbook("4"));
+    const ItemsLoad all = loadItems({directory, true, builtin});
+    Lines expected{"built of (Built-in)", "3 of A.csv",  "2 of b.csv",
+                   "1 of b.csv",          "4 of c.xlsx", "5 of D.XLSM"};
+    EXPECT_EQ(titles(all), expected);
+    const std::string names = "): Title | Command | Params | Keywords";
+    const Lines logLines{"CSV headers (Built-in.csv" + names, "CSV headers (A.csv" + names,
+                         "CSV headers (b.csv" + names, "Excel headers (c.xlsx / Sheet1" + names,
+                         "Excel headers (D.XLSM / Sheet1" + names};
+    EXPECT_EQ(all.logLines, logLines);
+    expected.erase(expected.begin());
+    const ItemsLoad again = load(directory);
+    EXPECT_EQ(titles(again), expected);
+    EXPECT_FALSE(all.items->list.indexOf(again.items->list.id(0))) << "every load gives new identities";
+    EXPECT_EQ(titles(loadItems({directory, true, resources.path("none")})), expected);
+
+    write("B.csv", "Title,Command\n");
+    const ItemsLoad failed = loadItems({directory, true, builtin});
+    EXPECT_EQ(failureOf(failed), "CSV is missing required columns: B.csv: Params");
+    EXPECT_EQ(failed.logLines, (Lines{logLines[0], logLines[1], "CSV headers (B.csv): Title | Command"}));
+}
+
+TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
+    const TemporaryDirectory directory;
+    const ScopedOrdinaryUser user(directory.path());
+    directory.write("good.csv", header + "good,,,\n");
+    const std::string csv = directory.path("x.csv"), excel = directory.path("x.xlsx");
+    const std::string unreadable = "Invalid CSV format: x.csv: failed to read file";
+    const std::string invalid = "Invalid Excel format: " + excel + ": ";
+    struct Case {
+        const char* name;
+        std::function<void()> make;
+        std::string failure;
+    };
+    const Case cases[] = {
+        {"no known encoding", [&] { directory.write("x.csv", "\xFF\x80\xFF"); },
+         "Invalid CSV format: x.csv: failed to decode text"},
+        {"dangling link", [&] { std::filesystem::create_symlink("nowhere", csv); }, unreadable},
+        {"directory", [&] { std::filesystem::create_directory(csv); }, unreadable},
+        {"pipe", [&] { mkfifo(csv.c_str(), 0600); }, unreadable},
+        {"not readable", [&] { chmod(directory.write("x.csv", header).c_str(), 0); }, unreadable},
+        {"workbook directory", [&] { std::filesystem::create_directory(excel); }, invalid + "Is a directory"},
+        {"workbook pipe", [&] { mkfifo(excel.c_str(), 0600); }, invalid + "Invalid argument"},
+        {"workbook not readable", [&] { chmod(directory.write("x.xlsx", "").c_str(), 0); },
+         invalid + "Permission denied"},
+        {"none", [] {}, "none"},
+    };
+    for (const Case& c : cases) {
+        c.make();
+        EXPECT_EQ(failureOf(load(directory.path())), c.failure) << c.name;
+        std::filesystem::remove(csv);
+        std::filesystem::remove(excel);
+    }
+    const std::string file = directory.write("file", "");
+    EXPECT_EQ(failureOf(load(file)), "Data directory not found: " + file);
+    EXPECT_EQ(failureOf(load(file + "/x")), file + "/x: Not a directory");
+}
+
+TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
+    const auto table = [](const char* row, std::size_t rows) {
+        std::string text = header;
+        for (std::size_t count = 0; count < rows; ++count)
+            text += row;
+        return text;
+    };
+    std::string xml = headerRow() + inlineRow({"a"});
+    xml.append(15U << 20, '>');
+    struct Case {
+        const char* name;
+        std::string content; ///< of each of two files
+        std::string extension;
+        const char* failure;
+    };
+    const Case cases[] = {
+        {"rows of one letter", table("a\n", 700'000), "csv",
+         "too many rows or too much text in all files together"},
+        {"more rows than a load may have", table("a,b,\n", 2'100'000), "csv",
+         "more than 4194304 rows in all files together"},
+        {"XML that takes long to parse", makeZip(zipEntries(workbookParts({xml}))), "xlsx",
+         "too much XML in all files together"},
+        {"half as many", table("a\n", 350'000), "csv", nullptr},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const TemporaryDirectory directory;
+        directory.write("a." + c.extension, c.content);
+        EXPECT_EQ(failureOf(load(directory.path())), "none");
+        directory.write("b." + c.extension, c.content);
+        const std::string expected = c.failure ? "b." + c.extension + ": " + c.failure : "none";
+        const std::string failure = failureOf(load(directory.path()));
+        EXPECT_TRUE(failure.ends_with(expected)) << failure;
+    }
+}
+
+TEST(ItemsLoad, FailsWithoutLeakingWhenMemoryIsShort) {
+    const TemporaryDirectory directory;
+    directory.write("a.csv", header + "good,,,\n");
+    const std::string large = directory.write("large.csv", header);
+    std::filesystem::resize_file(large, std::size_t{256} << 20);
+    const ScopedMemoryLimit limit(std::size_t{128} << 20);
+    for (int round = 0; round < 3; ++round)
+        EXPECT_EQ(failureOf(load(directory.path())), "not enough memory: large.csv");
+    std::filesystem::resize_file(large, std::size_t{40} << 20);
+    const ItemsLoad loaded = load(directory.path());
+    ASSERT_TRUE(loaded.items);
+    EXPECT_EQ(loaded.items->list.size(), 2U);
+}
+
+} // namespace kavendra
