@@ -118,6 +118,7 @@ TEST(RunningInstance, startsWithoutABusOrAnOwnerThatAccepts) {
 TEST(RunningInstance, firstProcessIsActivatedUntilItEnds) {
     const TestBus bus;
     Caller caller(bus);
+    const auto connection = sessionBus(); // closing the last connection would release the name
     std::vector<std::string> tokens;
     for (int start = 0; start < 2; ++start) {
         const auto instance = becomeRunningInstance();
