@@ -17,7 +17,6 @@ namespace kavendra {
 namespace {
 
 constexpr int minimumColumnWidth = 48;
-constexpr double widthTolerance = 0.5;
 constexpr int titlePadding = 10; ///< above and below the title, together
 constexpr int dividerInset = 6;  ///< above and below the line between two titles
 
@@ -41,8 +40,6 @@ void ItemTableHeader::applyWidths(const ColumnWidths& widths) {
 }
 
 void ItemTableHeader::applyWidth(int column, double width) {
-    if (std::abs(sectionSize(column) - width) <= widthTolerance)
-        return;
     const QScopedValueRollback applying(m_isApplyingWidth, true);
     const double applied = std::clamp<double>(width, minimumColumnWidth, maximumSectionSize());
     resizeSection(column, static_cast<int>(std::lround(applied)));

@@ -20,8 +20,8 @@ public:
     std::function<void(const std::string& columnIdentifier, double width)> onWidthChange;
 
     void applyInitialWidths();
-    /// Applies stored widths, at least the minimum width; a column keeps its width if the stored one differs
-    /// by half a point at most or is missing. Nothing is reported.
+    /// Applies stored widths, rounded and at least the minimum width, without reporting them. A column whose
+    /// width is not stored keeps its own.
     void applyWidths(const ColumnWidths& widths);
 
     QSize sizeHint() const override;

@@ -43,6 +43,9 @@ TEST_F(MessageDialogTest, failureIsShownUntilItIsDismissed) {
     click(error, QDialogButtonBox::Ok);
     EXPECT_FALSE(error.isVisible());
     EXPECT_EQ(dialogText(), "no dialog");
+    content.reportFailure("again");
+    content.dismissErrorDialog();
+    EXPECT_FALSE(error.isVisible());
 }
 
 TEST_F(MessageDialogTest, heldEnterLaunchesOnceAndDoesNotDismiss) {
@@ -74,7 +77,8 @@ TEST_F(MessageDialogTest, launchAtLoginChangesOnlyAfterYes) {
     for (const auto& [name, answer] :
          {Case{"No", [this] { click(confirmation, QDialogButtonBox::No); }},
           Case{"Escape", [this] { QTest::keyClick(&confirmation, Qt::Key_Escape); }},
-          Case{"close button", [this] { confirmation.close(); }}}) {
+          Case{"close button", [this] { confirmation.close(); }},
+          Case{"change of the state", [this] { content.cancelStartupChange(); }}}) {
         SCOPED_TRACE(name);
         content.requestStartupChange();
         ASSERT_TRUE(confirmation.isVisible());

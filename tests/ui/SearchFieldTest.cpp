@@ -190,6 +190,14 @@ TEST_F(SearchFieldFocusTest, gainingTheFocusSelectsAsSet) {
     }
 }
 
+TEST_F(SearchFieldFocusTest, secondClickThatBringsTheFocusSelectsAWord) {
+    field.selectAllOnFocus = true;
+    click();
+    other.setFocus();
+    click(Qt::LeftButton, 100);
+    EXPECT_EQ(selectedAfterEvents(), "abc");
+}
+
 TEST_F(SearchFieldFocusTest, pressWhoseReleaseIsLostDoesNotSelect) {
     field.selectAllOnFocus = true;
     press(Qt::LeftButton, 1000, inFirstWord);
