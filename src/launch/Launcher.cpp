@@ -57,7 +57,7 @@ ActionOutcome Launcher::launch(const LaunchItem& item) {
 
 Result<void> Launcher::openWebAddressWithApplication(const std::string& url,
                                                      const std::string& applicationPath) {
-    if (!exists(applicationPath) && !m_desktop.isApplication(applicationPath))
+    if (!m_desktop.isApplication(applicationPath))
         return LaunchError::applicationNotFound(applicationPath);
     if (!m_desktop.openURLWithApplication(url, applicationPath))
         m_appendLogLine("Failed to open URL with application: " + applicationPath);

@@ -23,6 +23,14 @@ protected:
             configuration.write(file, "");
         chmod(tool.c_str(), 0755);
         content.appear();
+        using enum SearchPathActionTargetType;
+        LaunchSettings settings = state().appSettings;
+        settings.searchPathActions = {
+            {.appName = "Tool 100%", .binaryPath = " ~/tool", .targetType = directory},
+            {.appName = "Tool", .binaryPath = "tool", .targetType = file},
+            {.appName = "Gone", .binaryPath = "no-such-tool", .targetType = file},
+            {.appName = "Gone", .binaryPath = "~/notes.txt", .targetType = directory}};
+        content.saveSettings(settings);
     }
 
     static LaunchItem item(std::string command, std::string params = {}, std::string source = "items.csv") {
@@ -128,6 +136,7 @@ TEST_F(MenuActionsTest, openTheDataFileOfAnItem) {
     };
     const std::string request = "; openFile " + configuration.path("data/items.csv");
     EXPECT_EQ(opened("items.csv"), "Opened source file" + request);
+    configuration.write("data/(Built-in)", "");
     EXPECT_EQ(opened("(Built-in)"), "(No source file available)");
     EXPECT_EQ(opened("gone.csv"), "(No source file available)");
     desktop.accepts = false;
@@ -148,13 +157,6 @@ TEST_F(MenuActionsTest, openWorkbooksInExcelWhereItIsInstalled) {
 }
 
 TEST_F(MenuActionsTest, actOnTheTypedPathOrItsDirectory) {
-    using enum SearchPathActionTargetType;
-    LaunchSettings settings = state().appSettings;
-    settings.searchPathActions = {{.appName = "Tool 100%", .binaryPath = " ~/tool", .targetType = directory},
-                                  {.appName = "Tool", .binaryPath = "tool", .targetType = file},
-                                  {.appName = "Gone", .binaryPath = "no-such-tool", .targetType = file},
-                                  {.appName = "Gone", .binaryPath = "~/notes.txt", .targetType = directory}};
-    content.saveSettings(settings);
     const std::string runTool = "; run " + tool + "|";
     const std::string associated = "Open File with Associated App", finder = "Open Directory with Finder",
                       terminal = "Open Directory with Terminal";
@@ -203,10 +205,11 @@ TEST_F(MenuActionsTest, lookForTheTargetAgainWhenAnActionIsChosen) {
     installExcel();
     const Menu typed = typedPathMenu("~/Book.XLSX");
     const Menu row = itemMenu(item("~/Book.XLSX"));
-    content.setSearchText("another text");
+    content.setSearchText("~/folder");
     std::filesystem::remove(home + "/Book.XLSX");
     EXPECT_EQ(outcome(typed, "Open Directory with Finder"), "No directory to open");
     EXPECT_EQ(outcome(typed, "Copy Filename"), "No filename to copy");
+    EXPECT_EQ(outcome(typed, "Open Directory with Tool 100%"), "No directory to open");
     EXPECT_EQ(outcome(typed, "Read-Only"), "No Excel file to open");
     EXPECT_EQ(outcome(row, "Read-Only"), "No Excel file available in Command");
     EXPECT_EQ(outcome(row, "Open Parent Directory"), "No parent directory available");

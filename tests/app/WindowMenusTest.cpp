@@ -73,6 +73,8 @@ TEST_F(WindowMenusTest, generalMenuReloadsAndOpensTheDataDirectory) {
 
 TEST_F(WindowMenusTest, settingsMenuChangesSettings) {
     content.setStatus("before");
+    chooseSetting("Show Debug Summary");
+    EXPECT_EQ(status(), "before") << "does not reload";
     chooseSetting("Show Built-in Items");
     EXPECT_EQ(status(), "Loaded 3 items") << "reloads";
     chooseSetting("Dark");
@@ -87,6 +89,7 @@ TEST_F(WindowMenusTest, settingsMenuChangesSettings) {
                                            "showDirectory " + configuration.path("data")));
     chooseSetting("Launch at Login");
     content.confirmStartupChange();
+    EXPECT_EQ(state().pendingStartupRegistrationAction, std::nullopt);
     EXPECT_THAT(menuText(menus.settingsMenu([] {})), testing::HasSubstr("Launch at Login *, "));
     bool isAsked = false;
     choose(menus.settingsMenu([&isAsked] { isAsked = true; }), "Change Data Directory...");
