@@ -1,17 +1,15 @@
 #include "data/csv/CSVReader.h"
 
-#include "base/Text.h"
 #include "base/TextDecoding.h"
 #include "data/DataErrors.h"
+#include "data/ItemMapper.h"
 #include "data/LoadLimits.h"
 #include "data/csv/CSVTokenizer.h"
 #include "platform/Files.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <utility>
 
 namespace kavendra {
@@ -27,151 +25,69 @@ constexpr std::size_t maximumTextSize = std::numeric_limits<std::int32_t>::max()
 /// After this many rows the number of all rows is estimated, so that their table grows once, not ten times.
 constexpr std::size_t rowsBeforeEstimate = 4096;
 
-/// No more of a header goes to the log: a damaged file may be one header from its first byte to its last.
+/// Limit for the header in the log, in bytes. A damaged file may be one header from its first byte to its
+/// last.
 constexpr std::size_t maximumHeaderLine = std::size_t{64} << 10;
 
-constexpr std::uint8_t notRequired = 0xFF;
-
-constexpr std::string_view unterminatedQuote = "unterminated quote";
-
-class RowCollector {
-public:
-    explicit RowCollector(std::string_view csv) : text(csv) {}
-
-    void field(CSVField field) {
-        if (field.hasQuotes)
-            unescapeCSVField(text.data(), field);
-        row.emplace_back(text, field.begin, field.end - field.begin);
-    }
-    void endRow() { rows.push_back(std::exchange(row, {})); }
-
-    std::string text;
-    std::vector<std::vector<std::string>> rows;
-
-private:
-    std::vector<std::string> row;
-};
-
-/// Maps rows to items by the names in the first row.
+/// Passes the fields of a CSV text to the mapper.
 class ItemCollector {
 public:
-    ItemCollector(ByteBuffer& csv, std::size_t maximumItems) : text(csv), maximumItems(maximumItems) {}
+    ItemCollector(ByteBuffer& text, std::size_t maximumItems)
+        : m_text(text), m_maximumItems(maximumItems), m_mapper(rows, maximumItems, maximumHeaderLine) {}
 
     void field(CSVField field) {
-        if (!hasHeader) {
-            headerField(value(field));
+        if (rowsRead == 0) {
+            const TextSpan name = span(field);
+            m_mapper.addHeaderCell(m_text.view().substr(name.offset, name.length));
             return;
         }
-        textRead = field.end;
-        const std::size_t index = fieldIndex++;
-        const std::uint8_t column = index < columns.size() ? columns[index] : notRequired;
-        if (column != notRequired) {
-            row[column] = span(field);
-            isBlank = isBlank && row[column].length == 0;
-        } else if (isBlank) {
-            isBlank = span(field).length == 0;
-        }
+        m_textRead = field.end;
+        const std::uint8_t column = m_mapper.columnOf(m_fieldIndex++);
+        if (column != ItemMapper::otherColumn)
+            m_mapper.setText(column, span(field));
+        else if (m_mapper.isRowBlank() && span(field).length > 0)
+            m_mapper.setHasOtherText();
     }
 
     void endRow() {
-        ++rowsRead;
-        if (hasHeader && !isBlank)
-            addItem();
-        hasHeader = true;
-        row = {};
-        isBlank = true;
-        fieldIndex = 0;
+        if (rowsRead++ == 0)
+            return;
+        const auto end = m_mapper.endRow();
+        if (end == ItemMapper::RowEnd::added && rows.size() == rowsBeforeEstimate)
+            reserveRows();
+        hasTooManyItems |= end == ItemMapper::RowEnd::tooManyItems;
+        m_fieldIndex = 0;
     }
 
-    /// Returns the first required column that the header lacks.
-    std::optional<std::string_view> missingColumn() const {
-        const auto missing = std::ranges::find(hasColumn, false);
-        if (missing == hasColumn.end())
-            return {};
-        return requiredColumns[static_cast<std::size_t>(missing - hasColumn.begin())];
-    }
+    const ItemMapper& mapper() const { return m_mapper; }
 
-    bool hasHeader = false;
+    std::size_t rowsRead = 0; ///< the header and blank ones included
     bool hasTooManyItems = false;
-    std::size_t rowsRead = 0; ///< blank ones included
-    std::string headerLine;   ///< the header's fields joined for the log
     std::vector<ItemRow> rows;
 
 private:
-    void headerField(std::string_view name) {
-        addToHeaderLine(fieldIndex++ > 0 ? " | " : "");
-        addToHeaderLine(name);
-        const auto column =
-            static_cast<std::size_t>(std::ranges::find(requiredColumns, name) - requiredColumns.begin());
-        const bool counts = column < requiredColumns.size() && !std::exchange(hasColumn[column], true);
-        columns.push_back(counts ? static_cast<std::uint8_t>(column) : notRequired);
-    }
-
-    void addItem() {
-        if (rows.size() == maximumItems) {
-            hasTooManyItems = true;
-            return;
-        }
-        rows.push_back(row);
-        if (rows.size() == rowsBeforeEstimate)
-            reserveRows();
-    }
-
-    void addToHeaderLine(std::string_view text) {
-        if (headerLine.size() + text.size() <= maximumHeaderLine)
-            headerLine += text;
-        else if (!headerLine.ends_with("…"))
-            headerLine += "…";
-    }
-
-    std::string_view value(CSVField field) {
-        const TextSpan trimmedField = span(field);
-        return text.view().substr(trimmedField.offset, trimmedField.length);
-    }
-
     TextSpan span(CSVField field) {
         if (field.hasQuotes)
-            unescapeCSVField(text.data(), field);
-        if (mayHaveSpaceAround(field)) {
-            const std::string_view untrimmed(text.data() + field.begin, field.end - field.begin);
-            const std::string_view kept = trimmed(untrimmed);
-            field.begin = static_cast<std::size_t>(kept.data() - text.data());
-            field.end = field.begin + kept.size();
-        }
-        return {.offset = static_cast<std::uint32_t>(field.begin),
-                .length = static_cast<std::uint32_t>(field.end - field.begin)};
-    }
-
-    bool mayHaveSpaceAround(const CSVField& field) const {
-        const auto isVisibleASCII = [](char byte) { return byte > ' ' && byte <= '~'; };
-        return field.begin != field.end &&
-               !(isVisibleASCII(text.data()[field.begin]) && isVisibleASCII(text.data()[field.end - 1]));
+            unescapeCSVField(m_text.data(), field);
+        const std::string_view text = trimmedCell({m_text.data() + field.begin, field.end - field.begin});
+        return {.offset = static_cast<std::uint32_t>(text.data() - m_text.data()),
+                .length = static_cast<std::uint32_t>(text.size())};
     }
 
     /// Expects the rest of the text to be like its beginning, and no table larger than the text.
     void reserveRows() {
-        const std::size_t estimate = text.size() / (textRead / rows.size()) + rowsBeforeEstimate;
-        rows.reserve(std::min({estimate, text.size() / sizeof(ItemRow), maximumItems}));
+        const std::size_t estimate = m_text.size() / (m_textRead / rows.size()) + rowsBeforeEstimate;
+        rows.reserve(std::min({estimate, m_text.size() / sizeof(ItemRow), m_maximumItems}));
     }
 
-    ByteBuffer& text;
-    const std::size_t maximumItems;
-    std::vector<std::uint8_t> columns; ///< for each header field, which required column it is
-    std::array<bool, requiredColumns.size()> hasColumn{};
-    ItemRow row{};
-    std::size_t textRead = 0; ///< the end of the last field
-    std::size_t fieldIndex = 0;
-    bool isBlank = true;
+    ByteBuffer& m_text;
+    std::size_t m_maximumItems;
+    ItemMapper m_mapper;
+    std::size_t m_textRead = 0; ///< the end of the last field
+    std::size_t m_fieldIndex = 0;
 };
 
 } // namespace
-
-Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text) {
-    RowCollector collector(text);
-    if (!tokenizeCSV(collector.text.data(), collector.text.size(), collector))
-        return LaunchError::invalidCSVFormat(unterminatedQuote);
-    return std::move(collector.rows);
-}
 
 DataFileReading readCSVItems(ByteBuffer text, std::string_view fileName, std::string sourceName,
                              std::optional<std::size_t> fileSize) {
@@ -187,13 +103,13 @@ DataFileReading readCSVItems(ByteBuffer text, std::string_view fileName, std::st
         // No row ends behind the quote, so it stands in the row that did not end.
         return {.logLines = {"CSV unterminated quote (" + name + "): opened in row " +
                              std::to_string(collector.rowsRead + 1)},
-                .items = LaunchError::invalidCSVFormat(unterminatedQuote)};
+                .items = LaunchError::invalidCSVFormat("unterminated quote")};
     }
     DataFileReading reading;
-    if (collector.hasHeader) {
+    if (collector.rowsRead > 0) {
         // Only a text that could be split to its end has a header to report.
-        reading.logLines = {"CSV headers (" + name + "): " + collector.headerLine};
-        if (const auto missing = collector.missingColumn()) {
+        reading.logLines = {"CSV headers (" + name + "): " + collector.mapper().headerLine()};
+        if (const auto missing = collector.mapper().missingColumn()) {
             reading.items = LaunchError::missingRequiredColumns(name + ": " + std::string(*missing));
             return reading;
         }

@@ -7,15 +7,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// Comma-separated values with the header in the first row (RFC 4180, read leniently: a quote may open
 /// anywhere in a field, line ends may be LF, CRLF or CR, rows may differ in length).
 namespace kavendra {
-
-/// Returns the rows of `text`, each a list of its fields, untrimmed. Fails with
-/// LaunchError::invalidCSVFormat "unterminated quote".
-Result<std::vector<std::vector<std::string>>> parseCSVRows(std::string_view text);
 
 /// Turns CSV text into items. `text` is valid UTF-8 and is taken over, because the rows are views of it;
 /// `fileName` is used in messages, `sourceName` becomes the items' source. Columns may stand in any order;

@@ -1,10 +1,5 @@
 #include "data/workbook/ExcelSheetTable.h"
 
-#include "data/LoadLimits.h"
-#include "data/workbook/WorkbookLimits.h"
-
-#include <algorithm>
-
 namespace kavendra {
 
 std::optional<int> findHeaderCell(const ExcelRow& row, const WorkbookContent& content) {
@@ -18,71 +13,58 @@ std::optional<int> findHeaderCell(const ExcelRow& row, const WorkbookContent& co
 }
 
 bool ExcelSheetTable::wantsCell(int column) const {
-    if (header)
-        return supported && std::ranges::find(columns, column) != columns.end();
-    return rowCount < headerSearchRows;
+    if (m_firstColumn > 0)
+        return m_isSupported && requiredColumnAt(column) != ItemMapper::otherColumn;
+    return m_rowCount < headerSearchRows;
 }
 
 void ExcelSheetTable::startRow() {
-    currentRowValues.clear();
-    currentItem = {};
+    m_searchedRow.clear();
+    m_mapper.clearRow();
 }
 
 void ExcelSheetTable::setCell(int column, TextSpan text) {
-    if (!header && rowCount < headerSearchRows)
-        currentRowValues[column] = text;
-    else
-        for (std::size_t required = 0; required < columns.size(); ++required)
-            if (columns[required] == column)
-                currentItem[required] = text;
+    if (m_firstColumn == 0)
+        m_searchedRow[column] = text;
+    else if (const auto required = requiredColumnAt(column); required != ItemMapper::otherColumn)
+        m_mapper.setText(required, text);
 }
 
 const char* ExcelSheetTable::endRow() {
-    if (rowCount == workbookLimits::rows)
+    if (m_rowCount == workbookLimits::rows)
         return "too many rows";
-    const bool isSearched = !header && rowCount < headerSearchRows;
-    ++rowCount;
-    if (supported)
+    ++m_rowCount;
+    if (m_isSupported)
         return endItemRow();
-    if (const auto titleColumn = isSearched ? findHeaderCell(currentRowValues, content) : std::nullopt)
-        return endHeaderRow(*titleColumn);
+    if (const auto column = findHeaderCell(m_searchedRow, m_content); column && m_firstColumn == 0)
+        return endHeaderRow(*column);
     return nullptr;
 }
 
 const char* ExcelSheetTable::endHeaderRow(int firstColumn) {
-    header.emplace();
-    for (int column = firstColumn; column <= currentRowValues.rbegin()->first; ++column) {
-        const auto cell = currentRowValues.find(column);
-        const std::string_view name = cell == currentRowValues.end() ? "" : content.value(cell->second);
-        constexpr std::string_view separator = " | ";
-        content.headerTextSize += separator.size() + name.size();
-        if (content.headerTextSize > workbookLimits::headerTextSize)
+    m_firstColumn = firstColumn;
+    for (int column = firstColumn; column <= m_searchedRow.rbegin()->first; ++column) {
+        const auto cell = m_searchedRow.find(column);
+        m_mapper.addHeaderCell(cell == m_searchedRow.end() ? "" : m_content.value(cell->second));
+        if (m_mapper.isHeaderLineCut())
             return "a header is too long";
-        if (column > firstColumn)
-            *header += separator;
-        *header += name;
-        const auto required = std::ranges::find(requiredColumns, name) - requiredColumns.begin();
-        if (const auto index = static_cast<std::size_t>(required);
-            index < columns.size() && columns[index] == 0)
-            columns[index] = column;
     }
-    supported = std::ranges::find(columns, 0) == columns.end();
+    m_content.headerTextSize += m_mapper.headerLine().size();
+    m_isSupported = !m_mapper.missingColumn();
     return nullptr;
 }
 
 const char* ExcelSheetTable::endItemRow() {
-    std::size_t size = 0;
-    for (const TextSpan text : currentItem)
-        size += text.length;
-    if (size == 0)
-        return nullptr;
-    if (content.items.size() == loadLimits::items)
+    const auto end = m_mapper.endRow();
+    if (end == ItemMapper::RowEnd::tooManyItems)
         return "too many items";
-    content.itemTextSize += size;
-    const std::size_t memory = content.itemTextSize + content.items.size() * loadLimits::itemCost;
-    if (memory > loadLimits::itemMemory(content.fileSize))
+    if (end == ItemMapper::RowEnd::blank)
+        return nullptr;
+    for (const TextSpan text : m_content.items.back())
+        m_content.itemTextSize += text.length;
+    const std::size_t memory = m_content.itemTextSize + m_content.items.size() * loadLimits::itemCost;
+    if (memory > loadLimits::itemMemory(m_content.fileSize))
         return "too much text for the size of the file";
-    content.items.push_back(currentItem);
     return nullptr;
 }
 

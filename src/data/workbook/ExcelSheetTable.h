@@ -1,8 +1,11 @@
 #pragma once
 
+#include "data/ItemMapper.h"
+#include "data/LoadLimits.h"
 #include "data/workbook/WorkbookContent.h"
+#include "data/workbook/WorkbookLimits.h"
 
-#include <array>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,38 +23,46 @@ inline constexpr int headerSearchColumns = 5;
 /// Returns the column of the row's first "Title" within the search area, or nothing.
 std::optional<int> findHeaderCell(const ExcelRow& row, const WorkbookContent& content);
 
-/// Turns the cells of a sheet, as they come, into items: the rows below the first row with a "Title" are
-/// mapped by the names that stand to the right of it.
+/// Maps the cells of a sheet to items. The header is the first row with a "Title" in the search area; it
+/// begins at that cell.
 class ExcelSheetTable {
 public:
     /// The items go to `content.items`.
-    explicit ExcelSheetTable(WorkbookContent& content) : content(content) {}
+    explicit ExcelSheetTable(WorkbookContent& content)
+        : m_content(content), m_mapper(content.items, loadLimits::items,
+                                       workbookLimits::headerTextSize - content.headerTextSize) {}
 
-    /// Whether what stands in that column of the current row can matter.
+    /// Whether the cell of that column in the current row is needed: a possible header or a required column.
     bool wantsCell(int column) const;
 
+    /// Begins a row. Drops cells since the end of the last one.
     void startRow();
-    /// A later cell of the same column replaces an earlier one.
+    /// Sets a cell. A later cell of the same column replaces an earlier one.
     void setCell(int column, TextSpan text);
-    /// Returns what makes the sheet too large, or null.
+    /// Ends the current row. Returns the limit that the sheet exceeds, or null.
     const char* endRow();
 
-    /// The header's names joined for the log; nothing when the sheet has no header.
-    const std::optional<std::string>& headerLine() const { return header; }
+    /// The header's names joined for the log; nothing if the sheet has no header.
+    std::optional<std::string> headerLine() const {
+        return m_firstColumn > 0 ? std::optional(m_mapper.headerLine()) : std::nullopt;
+    }
     /// Whether the header has all required columns. Only then the sheet has items.
-    bool isSupported() const { return supported; }
+    bool isSupported() const { return m_isSupported; }
 
 private:
+    std::uint8_t requiredColumnAt(int column) const {
+        return column < m_firstColumn ? ItemMapper::otherColumn
+                                      : m_mapper.columnOf(static_cast<std::size_t>(column - m_firstColumn));
+    }
     const char* endHeaderRow(int firstColumn);
     const char* endItemRow();
 
-    WorkbookContent& content;
-    std::optional<std::string> header;
-    bool supported = false;
-    std::size_t rowCount = 0;
-    ExcelRow currentRowValues;                         ///< while the header is looked for
-    ItemRow currentItem{};                             ///< below the header
-    std::array<int, requiredColumns.size()> columns{}; ///< the column of each required one, 0 for none
+    WorkbookContent& m_content;
+    ItemMapper m_mapper;
+    int m_firstColumn = 0; ///< of the header; 0 until it is found
+    bool m_isSupported = false;
+    std::size_t m_rowCount = 0;
+    ExcelRow m_searchedRow; ///< the current row while the header is searched
 };
 
 } // namespace kavendra

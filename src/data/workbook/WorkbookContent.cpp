@@ -1,6 +1,6 @@
 #include "data/workbook/WorkbookContent.h"
 
-#include "base/Text.h"
+#include "data/ItemMapper.h"
 #include "data/workbook/WorkbookLimits.h"
 
 #include <algorithm>
@@ -13,12 +13,6 @@ namespace {
 
 /// Enough for the commands and keywords of a long table, and small beside any table that needs it.
 constexpr std::size_t recentCount = 8192;
-
-std::string_view withoutSpaceAround(std::string_view text) {
-    const auto isVisibleASCII = [](char byte) { return byte > ' ' && byte <= '~'; };
-    const bool hasNone = !text.empty() && isVisibleASCII(text.front()) && isVisibleASCII(text.back());
-    return hasNone ? text : trimmed(text);
-}
 
 /// A number that texts which differ rarely share. It looks at 24 bytes of a long text, no more.
 std::uint64_t fingerprint(std::string_view text) {
@@ -41,17 +35,17 @@ bool WorkbookContent::hasRoomFor(std::size_t bytes) const {
 }
 
 TextSpan WorkbookContent::appendTrimmed(std::string_view more) {
-    return append(withoutSpaceAround(more));
+    return append(trimmedCell(more));
 }
 
 TextSpan WorkbookContent::appendUnlessRecent(std::string_view more) {
-    more = withoutSpaceAround(more);
+    more = trimmedCell(more);
     if (more.empty())
         return {};
-    if (recentTexts.empty())
-        recentTexts.resize(recentCount);
+    if (m_recentTexts.empty())
+        m_recentTexts.resize(recentCount);
     const std::uint64_t print = fingerprint(more);
-    RecentText& recent = recentTexts[print % recentCount];
+    RecentText& recent = m_recentTexts[print % recentCount];
     // Most texts that are not there show it by their print, before the memory of the other text is touched.
     if (const auto shortPrint = static_cast<std::uint32_t>(print >> 32);
         recent.print != shortPrint || value(recent.span) != more)

@@ -37,7 +37,7 @@ private:
 
     TextSpan append(std::string_view more);
 
-    std::vector<RecentText> recentTexts; ///< each at the place that its fingerprint gives
+    std::vector<RecentText> m_recentTexts; ///< each at the place that its fingerprint gives
 };
 
 } // namespace kavendra

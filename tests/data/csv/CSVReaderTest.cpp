@@ -7,8 +7,6 @@
 
 namespace kavendra {
 
-using namespace std::string_view_literals;
-
 namespace {
 
 const std::string header = "Title,Command,Params,Keywords\n";
@@ -21,30 +19,6 @@ Reading read(std::string_view text) {
 }
 
 } // namespace
-
-TEST(ParseCSVRows, FollowsTheRulesOfQuoting) {
-    const std::pair<std::string_view, std::vector<Lines>> cases[] = {
-        {"", {}},
-        {"\"\"", {}},
-        {"\n", {{""}}},
-        {"a,b\nc", {{"a", "b"}, {"c"}}},
-        {"a,", {{"a", ""}}},
-        {"a\r\nb\rc\n", {{"a"}, {"b"}, {"c"}}},
-        {"a\r\n\nb\n\r\n", {{"a"}, {""}, {"b"}, {""}}},
-        {"ab\"c,d\"e", {{"abc,de"}}},
-        {"\"ab\"cd,x", {{"abcd", "x"}}},
-        {"\"a \"\"quoted\"\" word\"", {{"a \"quoted\" word"}}},
-        {"\"\"\"\"", {{"\""}}},
-        {"\"a,b\r\nc\",d\r\ne", {{"a,b\r\nc", "d"}, {"e"}}},
-        {"\"a\"\r\n\"b\"\r\"c\"\n", {{"a"}, {"b"}, {"c"}}},
-        {" a , b ", {{" a ", " b "}}},
-        {"a\0b,\0"sv, {{std::string("a\0b", 3), std::string(1, '\0')}}},
-    };
-    for (const auto& [text, rows] : cases)
-        EXPECT_EQ(parseCSVRows(text), rows) << text;
-    for (const std::string_view open : {"\"", "x,\"y", "\"a\"\"", "a\n\"b\n"})
-        EXPECT_EQ(parseCSVRows(open).error().description, unterminated) << open;
-}
 
 TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
     struct Case {
