@@ -1,4 +1,4 @@
-#include "data/workbook/ExcelWorkbookParser.h"
+#include "data/workbook/ExcelPackageParsers.h"
 #include "fuzz/Require.h"
 #include "fuzz/XMLPartFuzzing.h"
 

@@ -1,5 +1,5 @@
 #include "base/TextDecoding.h"
-#include "data/workbook/ExcelSharedStringsParser.h"
+#include "data/workbook/ExcelPackageParsers.h"
 #include "fuzz/Require.h"
 #include "fuzz/XMLPartFuzzing.h"
 

@@ -1,40 +1,102 @@
 #pragma once
 
-#include "data/workbook/ExcelSheetTable.h"
+#include "data/ItemMapper.h"
+#include "data/LoadLimits.h"
+#include "data/workbook/WorkbookContent.h"
+#include "data/workbook/WorkbookLimits.h"
 #include "data/workbook/XMLPart.h"
 
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 
+/// A worksheet (ECMA-376, part 1, 18.3).
 namespace kavendra {
+
+/// The cells that a row has, trimmed, by column number (1 is column A). Columns without a cell hold the empty
+/// text; the row is as long as its last cell.
+using ExcelRow = std::map<int, TextSpan>;
+
+/// The header is looked for in this many rows from the top and, in each of them, columns from the left.
+inline constexpr int headerSearchRows = 5;
+inline constexpr int headerSearchColumns = 5;
+
+/// Returns the column of the row's first "Title" within the search area, or nothing.
+std::optional<int> findHeaderCell(const ExcelRow& row, const WorkbookContent& content);
+
+/// Maps the cells of a sheet to items. The header is the first row with a "Title" in the search area; it
+/// begins at that cell.
+class ExcelSheetTable {
+public:
+    /// The items go to `content.items`.
+    explicit ExcelSheetTable(WorkbookContent& content)
+        : m_content(content), m_mapper(content.items, loadLimits::items,
+                                       workbookLimits::headerTextSize - content.headerTextSize) {}
+
+    /// Whether the cell of that column in the current row is needed: a possible header or a required column.
+    bool wantsCell(int column) const;
+
+    /// Begins a row. Drops cells since the end of the last one.
+    void startRow();
+    /// Sets a cell. A later cell of the same column replaces an earlier one.
+    void setCell(int column, TextSpan text);
+    /// Ends the current row. Fails if the sheet exceeds a limit.
+    Result<void> endRow();
+
+    /// The header's names joined for the log; nothing if the sheet has no header.
+    std::optional<std::string> headerLine() const {
+        return m_firstColumn > 0 ? std::optional(m_mapper.headerLine()) : std::nullopt;
+    }
+    /// Whether the header has all required columns. Only then the sheet has items.
+    bool isSupported() const { return m_isSupported; }
+
+private:
+    std::uint8_t requiredColumnAt(int column) const {
+        return column < m_firstColumn ? ItemMapper::otherColumn
+                                      : m_mapper.columnOf(static_cast<std::size_t>(column - m_firstColumn));
+    }
+    Result<void> endHeaderRow(int firstColumn);
+    Result<void> endItemRow();
+
+    WorkbookContent& m_content;
+    ItemMapper m_mapper;
+    int m_firstColumn = 0; ///< of the header; 0 until it is found
+    bool m_isSupported = false;
+    std::size_t m_rowCount = 0;
+    ExcelRow m_searchedRow; ///< the current row while the header is searched
+};
 
 /// Returns the number of a cell reference's column, 1 for A: B7 and b7 are 2, AA1 is 27. A reference that
 /// does not begin with a letter gives 0, one beyond the last column of a sheet any number beyond it.
 int columnIndex(std::string_view cellReference);
 
-/// The cells of a worksheet (ECMA-376, part 1, 18.3). Rows count as they come: their numbers are not used.
+/// Passes the cells of a worksheet to a table. Rows count as they come; their numbers are not used.
 class ExcelWorksheetParser final : public XMLHandler {
 public:
     /// The rows go to `table`, with the texts of `content`.
-    ExcelWorksheetParser(WorkbookContent& content, ExcelSheetTable& table) : content(content), table(table) {}
+    ExcelWorksheetParser(WorkbookContent& content, ExcelSheetTable& table)
+        : m_content(content), m_table(table) {}
 
-    void startElement(const char* name, XMLAttributes attributes) override;
-    void characterData(std::string_view text) override;
-    void endElement(const char* name) override;
+    Result<void> startElement(std::string_view name, XMLAttributes attributes) override;
+    Result<void> characterData(std::string_view text) override;
+    Result<void> endElement(std::string_view name) override;
 
 private:
     enum class CellType { sharedString, inlineString, other };
 
     void startCell(XMLAttributes attributes);
-    void endCell();
+    Result<void> endCell();
     TextSpan sharedString() const;
 
-    WorkbookContent& content;
-    ExcelSheetTable& table;
-    int currentColumnIndex = 0;
-    CellType currentCellType = CellType::other;
-    std::string currentCellValue;
-    bool isCapturingValue = false;
-    bool isWanted = false; ///< whether the cell's column can matter
+    WorkbookContent& m_content;
+    ExcelSheetTable& m_table;
+    int m_column = 0; ///< of the current cell
+    CellType m_type = CellType::other;
+    std::string m_value;
+    bool m_isCapturing = false;
+    bool m_isWanted = false; ///< whether the table needs the cell
 };
 
 } // namespace kavendra

@@ -2,8 +2,7 @@
 
 #include "data/DataErrors.h"
 #include "data/LoadLimits.h"
-#include "data/workbook/ExcelSharedStringsParser.h"
-#include "data/workbook/ExcelWorkbookParser.h"
+#include "data/workbook/ExcelPackageParsers.h"
 #include "data/workbook/ExcelWorksheetParser.h"
 #include "data/workbook/WorkbookArchive.h"
 #include "data/workbook/WorkbookLimits.h"

@@ -11,6 +11,7 @@
 #include <memory>
 #include <new>
 #include <type_traits>
+#include <utility>
 
 namespace kavendra {
 
@@ -18,14 +19,16 @@ namespace {
 
 constexpr int pieceSize = 64 * 1024;
 
-/// What the parser of this thread holds, and whether the system had no more for it. The functions that a
-/// parser allocates with are told nothing else.
+/// Bytes that the parser of this thread has allocated, and whether the system ran out of memory.
+/// Thread-local, because expat passes no context to its allocation functions.
 thread_local std::size_t parserMemoryInUse = 0;
 thread_local bool systemMemoryRanOut = false;
 
-/// The size of a block stands in front of it, in what alignment leaves free anyway.
+/// Room in front of each block for its size; as large as the alignment requires.
 constexpr std::size_t blockHeader = alignof(std::max_align_t);
 
+/// Allocates, grows or shrinks a block within workbookLimits::parserMemory. Each block is allocated with a
+/// header that holds its size; expat gets the address behind the header. Returns null on failure.
 void* reallocateBlock(void* block, std::size_t size) {
     char* const oldStart = block ? static_cast<char*>(block) - blockHeader : nullptr;
     const std::size_t oldSize = oldStart ? *reinterpret_cast<std::size_t*>(oldStart) : 0;
@@ -53,55 +56,57 @@ void freeBlock(void* block) {
     std::free(start);
 }
 
-/// One run of the parser: hands its events on and ends it when the handler or a limit asks for that.
+/// One run of the parser. Passes its events to the handler and stops it on a failure.
 struct Run {
     XML_Parser parser;
     XMLHandler& handler;
     unsigned depth = 0;
-    const char* problem = nullptr;
+    Result<void> result;
 
-    void stop(const char* why) {
-        problem = why;
+    void stop(Error error) {
+        result = std::unexpected(std::move(error));
         XML_StopParser(parser, XML_FALSE);
     }
 
-    /// Some events still come after the stop. What a handler throws must not pass through the parser.
+    /// The parser may send events after the stop. An exception of a handler must not pass through it.
     template <typename Event>
     void deliver(Event&& event) {
-        if (problem)
+        if (!result)
             return;
         try {
-            event();
+            if (auto handled = event(); !handled)
+                stop(std::move(handled.error()));
         } catch (const std::bad_alloc&) {
             systemMemoryRanOut = true;
-            stop("out of memory");
-            return;
+            stop({});
         }
-        if (handler.problem())
-            stop(handler.problem());
     }
 };
 
 void startElement(void* run, const char* name, const char** attributes) {
     Run& self = *static_cast<Run*>(run);
-    if (++self.depth > workbookLimits::nesting && !self.problem)
-        self.stop("elements nested too deeply");
-    self.deliver([&] { self.handler.startElement(name, XMLAttributes(attributes)); });
+    self.deliver([&]() -> Result<void> {
+        if (++self.depth > workbookLimits::nesting)
+            return std::unexpected(Error{"elements nested too deeply"});
+        return self.handler.startElement(name, XMLAttributes(attributes));
+    });
 }
 
 void endElement(void* run, const char* name) {
     Run& self = *static_cast<Run*>(run);
-    --self.depth;
-    self.deliver([&] { self.handler.endElement(name); });
+    self.deliver([&] {
+        --self.depth;
+        return self.handler.endElement(name);
+    });
 }
 
 void characterData(void* run, const char* text, int length) {
     Run& self = *static_cast<Run*>(run);
-    self.deliver([&] { self.handler.characterData({text, static_cast<std::size_t>(length)}); });
+    self.deliver([&] { return self.handler.characterData({text, static_cast<std::size_t>(length)}); });
 }
 
 void startDoctype(void* run, const char*, const char*, const char*, int) {
-    static_cast<Run*>(run)->stop("document type declarations are not allowed");
+    static_cast<Run*>(run)->stop({"document type declarations are not allowed"});
 }
 
 /// The bytes since the last event, of which the parser makes nothing yet.
@@ -113,8 +118,8 @@ std::size_t unfinishedBytes(XML_Parser parser, std::size_t bytesRead) {
 std::unexpected<Error> failure(const Run& run, const char* fallbackText) {
     if (systemMemoryRanOut)
         throw std::bad_alloc();
-    if (run.problem)
-        return std::unexpected(Error{run.problem});
+    if (!run.result)
+        return std::unexpected(run.result.error());
     const char* words = XML_ErrorString(XML_GetErrorCode(run.parser));
     return std::unexpected(Error{words ? words : fallbackText});
 }
@@ -154,7 +159,7 @@ Result<void> parseXML(const ReadPiece& readPiece, XMLHandler& handler, const cha
         XML_ParserCreate_MM(nullptr, &memory, nullptr), XML_ParserFree);
     if (!parser)
         throw std::bad_alloc();
-    Run run{.parser = parser.get(), .handler = handler};
+    Run run{.parser = parser.get(), .handler = handler, .result = {}};
     XML_SetUserData(run.parser, &run);
     XML_SetElementHandler(run.parser, startElement, endElement);
     XML_SetCharacterDataHandler(run.parser, characterData);
