@@ -7,26 +7,26 @@ namespace kavendra {
 
 namespace {
 
-/// The bits of UUID::low that count items; the two above them are the variant of RFC 4122.
+/// The bits of UUID::low that hold the index; the two above them are the variant of RFC 4122.
 constexpr std::uint64_t counterMask = 0x3FFFFFFFFFFFFFFF;
 
 } // namespace
 
-ItemList::ItemList() : identity(UUID::random()) {}
+ItemList::ItemList() : m_identity(UUID::random()) {}
 
 void ItemList::append(ItemBlock block) {
     const std::size_t end = size() + block.rows.size();
-    itemBlocks.push_back(std::move(block));
-    blockEnds.push_back(end);
+    m_blocks.push_back(std::move(block));
+    m_blockEnds.push_back(end);
 }
 
 std::size_t ItemList::size() const {
-    return blockEnds.empty() ? 0 : blockEnds.back();
+    return m_blockEnds.empty() ? 0 : m_blockEnds.back();
 }
 
 const ItemBlock& ItemList::blockOf(std::size_t index, std::size_t& rowInBlock) const {
-    const auto end = std::ranges::upper_bound(blockEnds, index);
-    const ItemBlock& block = itemBlocks[static_cast<std::size_t>(end - blockEnds.begin())];
+    const auto end = std::ranges::upper_bound(m_blockEnds, index);
+    const ItemBlock& block = m_blocks[static_cast<std::size_t>(end - m_blockEnds.begin())];
     rowInBlock = index - (*end - block.rows.size());
     return block;
 }
@@ -52,12 +52,12 @@ std::string_view ItemList::value(std::size_t index, ItemColumn column) const {
 }
 
 UUID ItemList::id(std::size_t index) const {
-    return {.high = identity.high,
-            .low = (identity.low & ~counterMask) | ((identity.low + index) & counterMask)};
+    return {.high = m_identity.high,
+            .low = (m_identity.low & ~counterMask) | ((m_identity.low + index) & counterMask)};
 }
 
 std::optional<std::size_t> ItemList::indexOf(const UUID& id) const {
-    const std::size_t index = (id.low - identity.low) & counterMask;
+    const std::size_t index = (id.low - m_identity.low) & counterMask;
     if (index >= size() || this->id(index) != id)
         return {};
     return index;

@@ -31,15 +31,15 @@ std::size_t saturatingSum(std::size_t a, std::size_t b) {
 
 class LibraryError {
 public:
-    explicit LibraryError(int code = ZIP_ER_OK) { zip_error_init_with_code(&error, code); }
-    ~LibraryError() { zip_error_fini(&error); }
+    explicit LibraryError(int code = ZIP_ER_OK) { zip_error_init_with_code(&m_error, code); }
+    ~LibraryError() { zip_error_fini(&m_error); }
     LibraryError(const LibraryError&) = delete;
     LibraryError& operator=(const LibraryError&) = delete;
 
-    zip_error_t* get() { return &error; }
+    zip_error_t* get() { return &m_error; }
 
 private:
-    zip_error_t error{};
+    zip_error_t m_error{};
 };
 
 } // namespace
@@ -49,11 +49,11 @@ void ArchiveEntry::Close::operator()(zip_file* file) const {
 }
 
 Result<std::size_t> ArchiveEntry::read(char* buffer, std::size_t capacity) {
-    const zip_int64_t count = zip_fread(file.get(), buffer, capacity);
+    const zip_int64_t count = zip_fread(m_file.get(), buffer, capacity);
     if (count < 0)
-        return failure(zip_file_strerror(file.get()));
-    bytesRead += static_cast<std::size_t>(count);
-    if (bytesRead > length || (count == 0 && bytesRead < length))
+        return failure(zip_file_strerror(m_file.get()));
+    m_bytesRead += static_cast<std::size_t>(count);
+    if (m_bytesRead > m_length || (count == 0 && m_bytesRead < m_length))
         return failure("not as long as the archive says");
     return static_cast<std::size_t>(count);
 }
@@ -101,8 +101,8 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
     LibraryError error;
     WorkbookArchive opened;
     // Not with ZIP_CHECKCONS: it refuses what many programs write, see docs/decisions/reading-workbooks.md.
-    opened.archive.reset(zip_open_from_source(source, ZIP_RDONLY, error.get()));
-    if (!opened.archive)
+    opened.m_archive.reset(zip_open_from_source(source, ZIP_RDONLY, error.get()));
+    if (!opened.m_archive)
         return giveUp(zip_error_strerror(error.get()));
     if (const auto listed = opened.listEntries(status.size); !listed)
         return std::unexpected(listed.error());
@@ -110,37 +110,38 @@ Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
 }
 
 Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
-    sizeOfFile = fileSize;
-    const auto count = static_cast<std::size_t>(zip_get_num_entries(archive.get(), 0));
+    m_fileSize = fileSize;
+    const auto count = static_cast<std::size_t>(zip_get_num_entries(m_archive.get(), 0));
     std::size_t packedSize = 0;
     for (std::size_t index = 0; index < count; ++index) {
         zip_stat_t status;
-        const char* rawName = zip_get_name(archive.get(), index, ZIP_FL_ENC_RAW);
-        if (!rawName || zip_stat_index(archive.get(), index, 0, &status) != 0)
-            return failure(zip_strerror(archive.get()));
+        const char* rawName = zip_get_name(m_archive.get(), index, ZIP_FL_ENC_RAW);
+        if (!rawName || zip_stat_index(m_archive.get(), index, 0, &status) != 0)
+            return failure(zip_strerror(m_archive.get()));
         const std::string_view name = rawName;
-        namesAreUTF8 = namesAreUTF8 && isValidUTF8(name);
-        entries.insert_or_assign(name, index);
-        sizeOfAll = saturatingSum(sizeOfAll, status.size);
+        m_namesAreUTF8 = m_namesAreUTF8 && isValidUTF8(name);
+        m_entries.insert_or_assign(name, index);
+        m_inflatedSize = saturatingSum(m_inflatedSize, status.size);
         packedSize =
             saturatingSum(packedSize, saturatingSum(status.comp_size, entryOverhead + 2 * name.size()));
     }
     // The library does not notice entries that share bytes, which is how a small file gets to hold much.
     if (packedSize > fileSize)
         return failure("entries overlap");
-    inflatableSize = std::min(workbookLimits::inflatedSize,
-                              workbookLimits::inflatedAlways + workbookLimits::inflatedTimesFile * fileSize);
+    m_inflatableSize =
+        std::min(workbookLimits::inflatedSize,
+                 workbookLimits::inflatedAlways + workbookLimits::inflatedTimesFile * fileSize);
     return {};
 }
 
 Result<ArchiveEntry> WorkbookArchive::readArchiveEntry(std::string_view name) {
     const std::string text(name);
-    const auto listed = entries.find(name);
-    if (listed == entries.end())
+    const auto listed = m_entries.find(name);
+    if (listed == m_entries.end())
         return failure("missing " + text);
     zip_stat_t status;
-    if (zip_stat_index(archive.get(), listed->second, 0, &status) != 0)
-        return failure(text + ": " + zip_strerror(archive.get()));
+    if (zip_stat_index(m_archive.get(), listed->second, 0, &status) != 0)
+        return failure(text + ": " + zip_strerror(m_archive.get()));
     if (status.size == 0)
         return failure("missing " + text);
     if (status.encryption_method != ZIP_EM_NONE)
@@ -148,23 +149,23 @@ Result<ArchiveEntry> WorkbookArchive::readArchiveEntry(std::string_view name) {
     // Other methods do not occur in workbooks, and some of them allocate what the entry tells them to.
     if (status.comp_method != ZIP_CM_DEFLATE && status.comp_method != ZIP_CM_STORE)
         return failure(text + ": unknown compression method");
-    if (status.size > inflatableSize)
+    if (status.size > m_inflatableSize)
         return failure(text + ": too large");
-    inflatableSize -= status.size;
+    m_inflatableSize -= status.size;
 
     ArchiveEntry entry;
-    entry.file.reset(zip_fopen_index(archive.get(), listed->second, 0));
-    if (!entry.file)
-        return failure(text + ": " + zip_strerror(archive.get()));
-    entry.entryName = text;
-    entry.length = status.size;
+    entry.m_file.reset(zip_fopen_index(m_archive.get(), listed->second, 0));
+    if (!entry.m_file)
+        return failure(text + ": " + zip_strerror(m_archive.get()));
+    entry.m_name = text;
+    entry.m_length = status.size;
     return entry;
 }
 
 Result<std::optional<ArchiveEntry>> WorkbookArchive::readOptionalArchiveEntry(std::string_view name) {
-    if (!namesAreUTF8)
+    if (!m_namesAreUTF8)
         return failure("failed to read archive entries");
-    if (!entries.contains(name))
+    if (!m_entries.contains(name))
         return std::nullopt;
     auto entry = readArchiveEntry(name);
     if (!entry)

@@ -14,20 +14,20 @@ struct zip;
 struct zip_file;
 struct zip_source;
 
-/// The zip archive that a workbook is. Failures describe what is wrong with the archive, without its name.
+/// The zip archive of a workbook. Error texts do not contain its name.
 namespace kavendra {
 
 /// An entry that is being read.
 class ArchiveEntry {
 public:
-    /// Inflates the next bytes into `buffer`, at most `capacity`, and returns how many; none are left at 0.
-    /// Fails when the archive is damaged (checksum and length are known to be right only at the end) or the
-    /// entry is longer than the archive says.
+    /// Inflates the next bytes into `buffer`, at most `capacity`, and returns how many; 0 at the end. Fails
+    /// if the archive is damaged (checksum and length are checked only at the end) or the entry is longer
+    /// than the archive says.
     Result<std::size_t> read(char* buffer, std::size_t capacity);
 
-    const std::string& name() const { return entryName; }
-    /// The length that the archive gives, which read() holds it to.
-    std::size_t size() const { return length; }
+    const std::string& name() const { return m_name; }
+    /// The length that the archive gives; read() checks it.
+    std::size_t size() const { return m_length; }
 
 private:
     friend class WorkbookArchive;
@@ -35,34 +35,33 @@ private:
         void operator()(zip_file* file) const;
     };
 
-    std::unique_ptr<zip_file, Close> file;
-    std::string entryName;
-    std::size_t length = 0;
-    std::size_t bytesRead = 0;
+    std::unique_ptr<zip_file, Close> m_file;
+    std::string m_name;
+    std::size_t m_length = 0;
+    std::size_t m_bytesRead = 0;
 };
 
 class WorkbookArchive {
 public:
-    /// Opens the archive that `file` is and reads its list of entries; bytes behind the archive's end do no
-    /// harm. What happens to the file while it is read can only make reading fail.
+    /// Opens the archive and reads its list of entries; bytes behind the archive's end are ignored. If the
+    /// file changes while it is read, reading fails.
     static Result<WorkbookArchive> open(FileDescriptor file);
     /// The same for bytes in memory, which must outlive the archive.
     static Result<WorkbookArchive> open(std::string_view bytes);
 
-    /// Begins to read the entry of exactly that name, the last of them in the archive's list. Fails with
-    /// "missing NAME" when there is none or it is empty, when it is encrypted or packed in an unusual way,
-    /// and when all that was read would become longer than a workbook may be. An entry counts each time that
-    /// it is read.
+    /// Begins to read the entry of exactly that name, the last one if there are several. Fails with "missing
+    /// NAME" if there is none or it is empty; fails if it is encrypted or has an unusual compression method,
+    /// and if all entries read, repeated ones included, are longer than a workbook may be.
     Result<ArchiveEntry> readArchiveEntry(std::string_view name);
 
-    /// The same for an entry that need not be there. Fails also when a name in the list is not UTF-8.
+    /// Returns nothing if there is no such entry. Fails also if a name in the list is not UTF-8.
     Result<std::optional<ArchiveEntry>> readOptionalArchiveEntry(std::string_view name);
 
     /// The length of the archive itself.
-    std::size_t fileSize() const { return sizeOfFile; }
+    std::size_t fileSize() const { return m_fileSize; }
 
     /// The length of all entries together, as the archive gives it.
-    std::size_t inflatedSize() const { return sizeOfAll; }
+    std::size_t inflatedSize() const { return m_inflatedSize; }
 
 private:
     struct Discard {
@@ -72,13 +71,13 @@ private:
     static Result<WorkbookArchive> open(zip_source* source);
     Result<void> listEntries(std::size_t fileSize);
 
-    std::unique_ptr<zip, Discard> archive;
-    /// The index of each entry by its name, which belongs to the archive.
-    std::map<std::string_view, std::size_t> entries;
-    bool namesAreUTF8 = true;
-    std::size_t sizeOfFile = 0;
-    std::size_t sizeOfAll = 0;
-    std::size_t inflatableSize = 0; ///< what may still be read
+    std::unique_ptr<zip, Discard> m_archive;
+    /// The index of each entry by its name; the archive owns the names.
+    std::map<std::string_view, std::size_t> m_entries;
+    bool m_namesAreUTF8 = true;
+    std::size_t m_fileSize = 0;
+    std::size_t m_inflatedSize = 0;
+    std::size_t m_inflatableSize = 0; ///< remaining bytes that may be read
 };
 
 } // namespace kavendra
