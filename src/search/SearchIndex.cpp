@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
-#include <numeric>
+#include <ranges>
 #include <string>
 #include <utility>
 
@@ -12,122 +12,120 @@ namespace kavendra {
 
 namespace {
 
-/// A word of the query: an item must contain one of its spellings.
-struct WordGroup {
-    std::vector<SubstringSearch> spellings;
-    std::uint64_t characters = 0; ///< the letters and digits that every spelling holds
-    bool isOneCharacter = false;  ///< whether `characters` says all
+using Indexes = std::vector<std::uint32_t>;
 
-    double rarity() const {
+/// A word of the query: an item must contain one of its spellings.
+struct Word {
+    std::vector<SubstringSearch> spellings;
+
+    double expectedShare() const {
         double sum = 0;
         for (const SubstringSearch& spelling : spellings)
-            sum += spelling.rarity();
+            sum += spelling.expectedShare();
         return sum;
     }
 
     bool isIn(std::string_view item) const {
-        return isOneCharacter ||
-               std::ranges::any_of(spellings, [&](const auto& spelling) { return spelling.isIn(item); });
+        return std::ranges::any_of(spellings, [&](const auto& spelling) { return spelling.isIn(item); });
     }
 };
 
-WordGroup makeGroup(std::string_view word, const ByteFrequencies& frequencies) {
-    WordGroup group;
-    group.spellings.emplace_back(std::string(word), frequencies);
-    group.characters = characterBits(word);
-    group.isOneCharacter = word.size() == 1 && group.characters != 0;
-    std::string katakana = normalized(hiraganaToKatakana(word));
-    if (!katakana.empty() && katakana != word) {
-        group.characters &= characterBits(katakana);
-        group.spellings.emplace_back(std::move(katakana), frequencies);
-    }
-    return group;
+Word makeWord(std::string_view text, const ByteFrequencies& frequencies) {
+    Word word;
+    word.spellings.emplace_back(std::string(text), frequencies);
+    std::string katakana = normalized(hiraganaToKatakana(text));
+    if (!katakana.empty() && katakana != text)
+        word.spellings.emplace_back(std::move(katakana), frequencies);
+    return word;
 }
 
-/// The words of a query, the one to search for first in front.
-std::vector<WordGroup> makeGroups(std::string_view searchText, const ByteFrequencies& frequencies) {
-    const std::string query = folded(searchText);
-    std::vector<WordGroup> groups;
-    for (const std::string_view word : splitWords(query))
-        groups.push_back(makeGroup(word, frequencies));
-    std::ranges::sort(groups, {},
-                      [](const WordGroup& group) { return std::pair(group.isOneCharacter, group.rarity()); });
-    return groups;
+struct Query {
+    std::uint64_t characters = 0; ///< the words of one ASCII letter or digit, as bits of characterBit
+    std::vector<Word> words;      ///< all others, the one expected least often first
+};
+
+Query makeQuery(std::string_view searchText, const ByteFrequencies& frequencies) {
+    Query query;
+    const std::string text = folded(searchText);
+    for (const std::string_view word : splitWords(text))
+        if (const std::uint64_t bit = word.size() == 1 ? characterBit(word[0]) : 0)
+            query.characters |= bit;
+        else
+            query.words.push_back(makeWord(word, frequencies));
+    std::ranges::sort(query.words, {}, &Word::expectedShare);
+    return query;
 }
 
-/// Follows ascending positions in the text through its items.
+/// Finds the items of ascending positions in the text. Most are in the current item or one of the next few.
 class ItemCursor {
 public:
-    explicit ItemCursor(const std::vector<std::uint64_t>& itemStarts) : starts(itemStarts) {}
+    explicit ItemCursor(const std::vector<std::uint64_t>& starts) : m_starts(starts) {}
 
-    /// Returns the item that holds `position`, which is not before the last one asked for.
+    /// Returns the item at `position`, which must not be before the previous one.
     std::size_t itemAt(std::size_t position) {
-        for (unsigned near = 0; near < 8; ++near) {
-            if (starts[item + 1] > position)
-                return item;
-            ++item;
-        }
-        std::size_t step = 8;
-        while (item + step < starts.size() && starts[item + step] <= position)
-            step *= 2;
-        const auto low = starts.begin() + static_cast<std::ptrdiff_t>(item);
-        const auto high = starts.begin() + static_cast<std::ptrdiff_t>(std::min(item + step, starts.size()));
-        item = static_cast<std::size_t>(std::upper_bound(low, high, position) - starts.begin()) - 1;
-        return item;
+        for (const std::size_t near = m_item + nearItems; m_item < near; ++m_item)
+            if (m_starts[m_item + 1] > position)
+                return m_item;
+        const auto from = m_starts.begin() + static_cast<std::ptrdiff_t>(m_item);
+        m_item =
+            static_cast<std::size_t>(std::upper_bound(from, m_starts.end(), position) - m_starts.begin() - 1);
+        return m_item;
     }
 
 private:
-    const std::vector<std::uint64_t>& starts;
-    std::size_t item = 0;
+    static constexpr std::size_t nearItems = 32;
+
+    const std::vector<std::uint64_t>& m_starts;
+    std::size_t m_item = 0;
 };
 
-std::vector<std::uint32_t> merged(const std::vector<std::uint32_t>& a, const std::vector<std::uint32_t>& b) {
-    std::vector<std::uint32_t> both;
-    std::ranges::set_union(a, b, std::back_inserter(both));
-    return both;
+/// Returns the items that `spelling` is found in and that pass `isMatch`, ascending. The whole text is
+/// searched at once; after a match the search goes on in the next item.
+Indexes itemsWith(const SubstringSearch& spelling, const SearchText& items, const auto& isMatch) {
+    Indexes found;
+    ItemCursor cursor(items.starts);
+    spelling.forEachMatch(items.text.view(), [&](std::size_t position) {
+        const std::size_t item = cursor.itemAt(position);
+        if (isMatch(item))
+            found.push_back(static_cast<std::uint32_t>(item));
+        return items.starts[item + 1];
+    });
+    return found;
+}
+
+Indexes united(Indexes a, Indexes b) {
+    if (a.empty())
+        return b;
+    Indexes all;
+    std::ranges::set_union(a, b, std::back_inserter(all));
+    return all;
 }
 
 } // namespace
 
-SearchIndex::SearchIndex(SearchText text) : items(std::move(text)), frequencies(items.text.view()) {}
+SearchIndex::SearchIndex(SearchText items) : m_items(std::move(items)), m_frequencies(m_items.text.view()) {}
 
+// Words of one letter or digit are answered by each item's character mask. Of the other words the rarest is
+// searched in the whole text, and the rest only in the items that contain it.
 std::vector<std::uint32_t> SearchIndex::matches(std::string_view searchText) const {
-    std::vector<std::uint32_t> found;
-    const std::vector<WordGroup> groups = makeGroups(searchText, frequencies);
-    if (groups.empty()) {
-        found.resize(items.size());
-        std::iota(found.begin(), found.end(), 0);
-        return found;
-    }
-
-    std::uint64_t characters = 0;
-    for (const WordGroup& group : groups)
-        characters |= group.characters;
-    const auto hasCharacters = [&](std::size_t item) {
-        return (items.characters[item] & characters) == characters;
+    const Query query = makeQuery(searchText, m_frequencies);
+    const auto hasCharacters = [&](std::uint32_t item) {
+        return (m_items.characters[item] & query.characters) == query.characters;
     };
-    if (groups.front().isOneCharacter) {
-        for (std::size_t item = 0; item < items.size(); ++item)
-            if (hasCharacters(item))
-                found.push_back(static_cast<std::uint32_t>(item));
+    Indexes found;
+    if (query.words.empty()) {
+        const auto all = std::views::iota(std::uint32_t{0}, static_cast<std::uint32_t>(m_items.size()));
+        std::ranges::copy_if(all, std::back_inserter(found), hasCharacters);
         return found;
     }
 
     const auto hasOtherWords = [&](std::size_t item) {
-        return hasCharacters(item) && std::all_of(groups.begin() + 1, groups.end(),
-                                                  [&](const auto& group) { return group.isIn(items[item]); });
+        return hasCharacters(static_cast<std::uint32_t>(item)) &&
+               std::all_of(query.words.begin() + 1, query.words.end(),
+                           [&](const Word& word) { return word.isIn(m_items[item]); });
     };
-    for (const SubstringSearch& spelling : groups.front().spellings) {
-        std::vector<std::uint32_t> more;
-        ItemCursor cursor(items.starts);
-        spelling.forEachMatch(items.text.view(), [&](std::size_t position) {
-            const std::size_t item = cursor.itemAt(position);
-            if (hasOtherWords(item))
-                more.push_back(static_cast<std::uint32_t>(item));
-            return items.starts[item + 1];
-        });
-        found = found.empty() ? std::move(more) : merged(found, more);
-    }
+    for (const SubstringSearch& spelling : query.words.front().spellings)
+        found = united(std::move(found), itemsWith(spelling, m_items, hasOtherWords));
     return found;
 }
 

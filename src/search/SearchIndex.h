@@ -9,22 +9,22 @@
 
 namespace kavendra {
 
-/// Answers which items a search text keeps. Made once for a list.
+/// Finds the items that contain the words of a search text. Created once for each item list.
 class SearchIndex {
 public:
     SearchIndex() = default;
     explicit SearchIndex(SearchText items);
 
     /// Returns the indexes of the items that contain every word of `searchText`, ascending; all of them when
-    /// it has no word. Letter case is disregarded; a Hiragana word is also found in its Katakana spelling.
+    /// it has no word. Ignores letter case; a Hiragana word also matches its Katakana spelling.
     std::vector<std::uint32_t> matches(std::string_view searchText) const;
 
 private:
-    SearchText items;
-    ByteFrequencies frequencies;
+    SearchText m_items;
+    ByteFrequencies m_frequencies;
 };
 
-/// Makes the index of a list. Fails as makeSearchText does.
+/// Creates the index of a list. Fails as makeSearchText does.
 Result<SearchIndex> makeSearchIndex(const ItemList& items);
 
 } // namespace kavendra

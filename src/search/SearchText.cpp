@@ -14,18 +14,31 @@ namespace kavendra {
 
 namespace {
 
+constexpr auto characterBits = [] {
+    std::array<std::uint64_t, 256> bits{};
+    for (std::size_t byte = 0; byte < bits.size(); ++byte)
+        bits[byte] = characterBit(static_cast<char>(byte));
+    return bits;
+}();
+
+/// Returns the character mask of a folded text.
+std::uint64_t characterMask(std::string_view text) {
+    std::uint64_t mask = 0;
+    for (const char byte : text)
+        mask |= characterBits[static_cast<std::uint8_t>(byte)];
+    return mask;
+}
+
+bool isASCII(std::string_view text) {
+    return std::ranges::none_of(text, [](char byte) { return static_cast<std::uint8_t>(byte) >= 0x80; });
+}
+
 constexpr std::size_t chunkSize = 16;
 static_assert(chunkSize <= ByteBuffer::padding);
 
-constexpr auto bitTable = [] {
-    std::array<std::uint64_t, 256> table{};
-    for (std::size_t byte = 0; byte < table.size(); ++byte)
-        table[byte] = characterBit(static_cast<char>(byte));
-    return table;
-}();
-
-/// Copies a text in lower-case ASCII. Reads and writes up to a whole chunk, so both need padding behind.
-/// Returns a byte of at least 0x80 when a chunk held one that is not ASCII, maybe behind the text.
+/// Copies a text and lowers its ASCII letters. Reads and writes whole chunks, which the compiler vectorises;
+/// both buffers need padding. Returns the bitwise or of all bytes read: below 0x80 the text is ASCII, else it
+/// may be ASCII, because the last chunk also holds what follows the text.
 std::uint8_t copyLowered(const char* text, std::size_t size, char* copy) {
     std::uint8_t all = 0;
     for (std::size_t position = 0; position < size; position += chunkSize) {
@@ -40,22 +53,25 @@ std::uint8_t copyLowered(const char* text, std::size_t size, char* copy) {
     return all;
 }
 
-bool isASCII(std::string_view text) {
-    return std::ranges::none_of(text, [](char byte) { return static_cast<std::uint8_t>(byte) >= 0x80; });
+/// Returns the size of a row's texts with a separator behind each.
+std::size_t joinedSize(const ItemRow& row) {
+    std::size_t size = row.size();
+    for (const TextSpan span : row)
+        size += span.length;
+    return size;
 }
 
-/// Where the texts of a block stand folded in the arena, so that one that many rows share is folded once.
-/// Every text of at least `slotSize` bytes has a slot of its own; shorter ones are folded again.
+/// Remembers where the texts of a block are folded in the search text, so that a long string that many rows
+/// share is folded once. A text is found by its offset: spans are equal or do not overlap, so at most one
+/// text of slotSize bytes or more begins in each stretch of slotSize bytes. Shorter texts are folded again.
 class FoldedTexts {
 public:
     explicit FoldedTexts(const ItemBlock& block) {
         std::size_t size = 0;
         for (const ItemRow& row : block.rows)
-            for (const TextSpan span : row)
-                size += span.length;
-        // Otherwise folding every text costs no more than folding the block once.
-        if (size > block.text.size())
-            slots.resize(block.text.size() / slotSize + 1);
+            size += joinedSize(row) - row.size();
+        if (size > block.text.size()) // else hardly any text is shared
+            m_slots.resize(block.text.size() / slotSize + 1);
     }
 
     struct Slot {
@@ -63,78 +79,73 @@ public:
         std::size_t length = 0; ///< 0 until the text is folded
     };
 
+    /// Returns the slot of a text, or nullptr when it has none.
     Slot* slotOf(TextSpan span) {
-        const bool hasSlot = !slots.empty() && span.length >= slotSize;
-        return hasSlot ? &slots[span.offset / slotSize] : nullptr;
+        const bool hasSlot = !m_slots.empty() && span.length >= slotSize;
+        return hasSlot ? &m_slots[span.offset / slotSize] : nullptr;
     }
 
 private:
     static constexpr std::size_t slotSize = 16;
 
-    std::vector<Slot> slots;
+    std::vector<Slot> m_slots;
 };
 
-class Writer {
+/// Appends the rows of one block after the other to a search text. An ASCII row is copied and lowered; any
+/// other row is folded by ICU, which is several times slower.
+class SearchTextWriter {
 public:
-    explicit Writer(const ItemList& items) {
+    explicit SearchTextWriter(const ItemList& items) {
         std::size_t size = 0;
         for (const ItemBlock& block : items.blocks())
             for (const ItemRow& row : block.rows)
-                size += foldedSize(row);
-        result.text = ByteBuffer(size);
-        result.starts.reserve(items.size() + 1);
-        result.characters.reserve(items.size());
+                size += joinedSize(row);
+        m_result.text = ByteBuffer(size);
+        m_result.starts.reserve(items.size() + 1);
+        m_result.characters.reserve(items.size());
     }
 
-    /// Returns whether the items up to this block take no more memory than their files may.
+    /// Returns whether the items up to this block take no more memory than their files allow.
     bool append(const ItemBlock& block) {
-        fileSize += block.fileSize;
-        const std::size_t memory = loadLimits::itemMemory(fileSize);
+        m_fileSize += block.fileSize;
+        const std::size_t memory = loadLimits::itemMemory(m_fileSize);
         FoldedTexts foldedTexts(block);
         for (const ItemRow& row : block.rows) {
             append(block, row, foldedTexts);
-            if (used + result.characters.size() * loadLimits::itemCost > memory)
+            if (m_used + m_result.size() * loadLimits::itemCost > memory)
                 return false;
         }
         return true;
     }
 
     SearchText take() {
-        result.text.setSize(used);
-        result.text.shrinkToFit();
-        return std::move(result);
+        m_result.text.setSize(m_used);
+        m_result.text.shrinkToFit();
+        return std::move(m_result);
     }
 
 private:
-    /// What a row takes that folding does not lengthen, the separators included.
-    static std::size_t foldedSize(const ItemRow& row) {
-        std::size_t size = row.size();
-        for (const TextSpan span : row)
-            size += span.length;
-        return size;
-    }
-
     void reserve(std::size_t more) {
-        ByteBuffer& text = result.text;
-        if (text.capacity() - used >= more)
+        ByteBuffer& text = m_result.text;
+        if (text.capacity() - m_used >= more)
             return;
-        text.setSize(used);
-        text.reserve(std::max(used + more, used + used / 8));
+        text.setSize(m_used);
+        text.reserve(std::max(m_used + more, m_used + m_used / 8));
     }
 
     void append(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
-        const std::size_t begin = used;
+        const std::size_t begin = m_used;
         if (!appendASCII(block, row))
             appendFolded(block, row, foldedTexts);
-        result.characters.push_back(characterBits({result.text.data() + begin, used - begin}));
-        result.text.data()[used++] = '\n';
-        result.starts.push_back(used);
+        m_result.characters.push_back(characterMask({m_result.text.data() + begin, m_used - begin}));
+        m_result.text.data()[m_used++] = '\n';
+        m_result.starts.push_back(m_used);
     }
 
-    /// Appends the row's text when it is ASCII; what is not needs more than the letters changed.
+    /// Appends the row and returns true when it is ASCII; else appends nothing.
     bool appendASCII(const ItemBlock& block, const ItemRow& row) {
-        reserve(foldedSize(row));
-        char* const begin = result.text.data() + used;
+        reserve(joinedSize(row));
+        char* const begin = m_result.text.data() + m_used;
         char* out = begin;
         std::uint8_t all = 0;
         for (const TextSpan span : row) {
@@ -142,15 +153,15 @@ private:
             out += span.length;
             *out++ = ' ';
         }
-        --out;
-        const auto size = static_cast<std::size_t>(out - begin);
+        const auto size = static_cast<std::size_t>(out - begin) - 1; // without the last space
         if (all >= 0x80 && !isASCII({begin, size}))
             return false;
-        used += size;
+        m_used += size;
         return true;
     }
 
-    /// Appends the row field by field: no rule of folding reaches across a space.
+    /// Appends the row column by column. The result is the same as folding the joined row, because neither
+    /// lower-casing nor normalising looks across a space.
     void appendFolded(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             if (column > 0)
@@ -158,30 +169,29 @@ private:
             FoldedTexts::Slot* const slot = foldedTexts.slotOf(row[column]);
             if (slot && slot->length > 0) {
                 reserve(slot->length + 1);
-                copy({result.text.data() + slot->begin, slot->length});
+                copy({m_result.text.data() + slot->begin, slot->length});
                 continue;
             }
-            const std::size_t begin = used;
             const std::string text = folded(block.value(row, column));
             reserve(text.size() + 1);
-            copy(text);
             if (slot)
-                *slot = {.begin = begin, .length = used - begin};
+                *slot = {.begin = m_used, .length = text.size()};
+            copy(text);
         }
     }
 
-    /// Room must be reserved.
+    /// Appends a text for which room is reserved.
     void copy(std::string_view text) {
-        std::memcpy(result.text.data() + used, text.data(), text.size());
-        used += text.size();
+        std::memcpy(m_result.text.data() + m_used, text.data(), text.size());
+        m_used += text.size();
     }
 
-    SearchText result;
-    std::size_t used = 0;
-    std::size_t fileSize = 0; ///< of the blocks so far
+    SearchText m_result;
+    std::size_t m_used = 0;     ///< bytes of the text so far
+    std::size_t m_fileSize = 0; ///< bytes of the blocks' files so far
 };
 
-/// Memory is taken for all files together, and most of it for this one.
+/// Returns the name of the file whose items take the most memory.
 std::string_view largestSource(const ItemList& items) {
     const auto memory = [](const ItemBlock& block) {
         return block.text.size() + block.rows.size() * loadLimits::itemCost;
@@ -193,23 +203,17 @@ std::string_view largestSource(const ItemList& items) {
 } // namespace
 
 std::string folded(std::string_view text) {
-    // Lower-casing can undo the normal form, so it is made again.
+    // Lower-casing can undo the normalisation, so the text is normalised again.
     return normalized(lowercased(normalized(text)));
-}
-
-std::uint64_t characterBits(std::string_view text) {
-    std::uint64_t bits = 0;
-    for (const char byte : text)
-        bits |= bitTable[static_cast<std::uint8_t>(byte)];
-    return bits;
 }
 
 Result<SearchText> makeSearchText(const ItemList& items) {
     try {
-        Writer writer(items);
+        SearchTextWriter writer(items);
         for (const ItemBlock& block : items.blocks())
             if (!writer.append(block))
                 return invalidDataFile(block.source, "too much text for the size of the file");
+        // Fails here while the load can still be refused: Qt ends the program when it gets no memory.
         const ByteBuffer memoryOfTheWindow(items.size() * loadLimits::shownItemCost);
         return writer.take();
     } catch (const std::bad_alloc&) {

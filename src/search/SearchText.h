@@ -1,7 +1,7 @@
 #pragma once
 
-#include "data/ItemList.h"
 #include "base/Result.h"
+#include "data/ItemList.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -11,16 +11,16 @@
 
 namespace kavendra {
 
-/// Returns `text` as it is compared: in lower case and in Unicode normalisation form C, so that canonically
-/// equivalent texts are equal.
+/// Returns `text` in the form in which it is compared: lower case, Unicode normalisation form C, so that
+/// canonically equivalent texts are equal.
 std::string folded(std::string_view text);
 
-/// What is searched of every item (title, command, params and keywords joined by a space, folded), in one
-/// arena. A line feed follows each item: no word holds one, so none is found across two items.
+/// The searched text of all items in one buffer: title, command, params and keywords, joined by a space and
+/// folded. A line feed follows each item; no word contains one, so no match reaches into another item.
 struct SearchText {
     ByteBuffer text;
-    std::vector<std::uint64_t> starts{0}; ///< where each item begins, and the end of the last one
-    /// For each item, which ASCII letters and digits stand in it, as bits of characterBit.
+    std::vector<std::uint64_t> starts{0}; ///< the offset of each item, then the end of the last one
+    /// The character mask of each item: which ASCII letters and digits it contains, as bits of characterBit.
     std::vector<std::uint64_t> characters;
 
     std::size_t size() const { return characters.size(); }
@@ -29,9 +29,9 @@ struct SearchText {
     }
 };
 
-/// Folds all items. Fails with the source of the file with which they take more memory than files of that
-/// size may (loadLimits::itemMemory). Fails with the source of the largest file when there is not enough
-/// memory for the index or for showing the items.
+/// Folds all items. Fails with the name of the first file with which the items take more memory than
+/// loadLimits::itemMemory allows for the files so far. Fails with the name of the largest file when there is
+/// not enough memory for the index or for showing the items.
 Result<SearchText> makeSearchText(const ItemList& items);
 
 /// Returns the bit of a lower-case ASCII letter or digit in SearchText::characters, 0 for any other byte.
@@ -42,8 +42,5 @@ constexpr std::uint64_t characterBit(char byte) {
         return std::uint64_t{1} << (26 + byte - '0');
     return 0;
 }
-
-/// Returns the bits of all letters and digits in a folded text.
-std::uint64_t characterBits(std::string_view text);
 
 } // namespace kavendra

@@ -15,31 +15,31 @@ ByteFrequencies::ByteFrequencies(std::string_view text) {
     for (std::size_t piece = 0; piece < samplePieces; ++piece) {
         const std::size_t begin = text.size() / samplePieces * piece;
         for (const char byte : text.substr(begin, samplePieceSize)) {
-            ++counts[static_cast<unsigned char>(byte)];
-            ++total;
+            ++m_counts[static_cast<unsigned char>(byte)];
+            ++m_total;
         }
     }
 }
 
 double ByteFrequencies::operator[](char byte) const {
-    return (counts[static_cast<unsigned char>(byte)] + 1.0) / (total + 1.0);
+    return (m_counts[static_cast<unsigned char>(byte)] + 1.0) / (m_total + 1.0);
 }
 
 SubstringSearch::SubstringSearch(std::string word, const ByteFrequencies& frequencies)
-    : text(std::move(word)) {
+    : m_word(std::move(word)) {
     const auto rarer = [&](std::size_t a, std::size_t b) {
-        return frequencies[text[a]] < frequencies[text[b]];
+        return frequencies[m_word[a]] < frequencies[m_word[b]];
     };
-    for (std::size_t at = 1; at < text.size(); ++at)
-        if (rarer(at, rarestAt))
-            rarestAt = at;
-    secondAt = rarestAt == 0 ? text.size() - 1 : 0;
-    for (std::size_t at = 0; at < text.size(); ++at)
-        if (at != rarestAt && rarer(at, secondAt))
-            secondAt = at;
-    rarest = text[rarestAt];
-    second = text[secondAt];
-    expected = frequencies[rarest] * (rarestAt == secondAt ? 1.0 : frequencies[second]);
+    for (std::size_t at = 1; at < m_word.size(); ++at)
+        if (rarer(at, m_rarestAt))
+            m_rarestAt = at;
+    m_secondAt = m_rarestAt == 0 ? m_word.size() - 1 : 0;
+    for (std::size_t at = 0; at < m_word.size(); ++at)
+        if (at != m_rarestAt && rarer(at, m_secondAt))
+            m_secondAt = at;
+    m_rarest = m_word[m_rarestAt];
+    m_second = m_word[m_secondAt];
+    m_expectedShare = frequencies[m_rarest] * (m_rarestAt == m_secondAt ? 1.0 : frequencies[m_second]);
 }
 
 } // namespace kavendra

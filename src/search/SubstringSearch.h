@@ -15,7 +15,7 @@
 
 namespace kavendra {
 
-/// How often each byte stands in a text, by a sample of it.
+/// Estimates how often each byte occurs in a text, from a sample of the text.
 class ByteFrequencies {
 public:
     ByteFrequencies() = default;
@@ -25,80 +25,80 @@ public:
     double operator[](char byte) const;
 
 private:
-    std::array<std::uint32_t, 256> counts{};
-    std::uint32_t total = 0;
+    std::array<std::uint32_t, 256> m_counts{};
+    std::uint32_t m_total = 0;
 };
 
-/// A byte to look for, from a place on.
+/// A byte to compare with the 64 bytes from `from` on.
 struct ByteSearch {
     char byte;
     const char* from;
 };
 
-/// Returns at which of 64 places both bytes stand, one bit a place, the first place the lowest bit.
-inline std::uint64_t commonPlacesPlain(ByteSearch a, ByteSearch b) {
-    std::uint64_t places = 0;
+/// Returns a bit for each of the 64 offsets at which both bytes are found; the lowest bit is offset 0.
+inline std::uint64_t commonOffsetsPlain(ByteSearch a, ByteSearch b) {
+    std::uint64_t offsets = 0;
     for (unsigned i = 0; i < 64; ++i)
-        places |= std::uint64_t{a.from[i] == a.byte && b.from[i] == b.byte} << i;
-    return places;
+        offsets |= std::uint64_t{a.from[i] == a.byte && b.from[i] == b.byte} << i;
+    return offsets;
 }
 
 #ifdef __SSE2__
-inline std::uint64_t commonPlaces(ByteSearch a, ByteSearch b) {
+inline std::uint64_t commonOffsets(ByteSearch a, ByteSearch b) {
     const auto equal = [](const ByteSearch& search, int part) {
         const auto* bytes = reinterpret_cast<const __m128i*>(search.from) + part;
         return _mm_cmpeq_epi8(_mm_loadu_si128(bytes), _mm_set1_epi8(search.byte));
     };
     const auto both = [&](int part) { return _mm_and_si128(equal(a, part), equal(b, part)); };
-    const auto bits = [](__m128i places) {
-        return std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(places))};
+    const auto bits = [](__m128i offsets) {
+        return std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(offsets))};
     };
-    const __m128i places[] = {both(0), both(1), both(2), both(3)};
-    if (bits(_mm_or_si128(_mm_or_si128(places[0], places[1]), _mm_or_si128(places[2], places[3]))) == 0)
+    const __m128i offsets[] = {both(0), both(1), both(2), both(3)};
+    if (bits(_mm_or_si128(_mm_or_si128(offsets[0], offsets[1]), _mm_or_si128(offsets[2], offsets[3]))) == 0)
         return 0;
-    return bits(places[0]) | bits(places[1]) << 16 | bits(places[2]) << 32 | bits(places[3]) << 48;
+    return bits(offsets[0]) | bits(offsets[1]) << 16 | bits(offsets[2]) << 32 | bits(offsets[3]) << 48;
 }
 #else
-inline constexpr auto commonPlaces = commonPlacesPlain;
+inline constexpr auto commonOffsets = commonOffsetsPlain;
 #endif
 
-/// A search for one word, by the two of its bytes that are rarest in the text: only where both stand at
-/// their places is the word compared.
+/// Searches a text for one word. Looks for the two bytes of the word that are rarest in the text, 64
+/// positions at a time, and compares the whole word only where both are found at their distance.
 class SubstringSearch {
 public:
-    /// `word` is not empty.
+    /// `word` must not be empty.
     SubstringSearch(std::string word, const ByteFrequencies& frequencies);
 
-    /// About how often the two bytes meet, for choosing what to search first.
-    double rarity() const { return expected; }
-    const std::string& word() const { return text; }
+    /// Returns the expected share of positions with both rarest bytes, for ordering words by rarity.
+    double expectedShare() const { return m_expectedShare; }
 
-    /// Whether `searched` contains the word. 64 bytes behind it must be readable.
-    bool isIn(std::string_view searched) const {
+    /// Returns whether `text` contains the word. 64 bytes behind `text` must be readable.
+    bool isIn(std::string_view text) const {
         bool found = false;
-        forEachMatch(searched, [&](std::size_t) {
+        forEachMatch(text, [&](std::size_t) {
             found = true;
-            return searched.size();
+            return text.size();
         });
         return found;
     }
 
-    /// Calls `onMatch(position)` for the places of the word in `searched`, ascending; it returns the first
-    /// position to consider after that. 64 bytes behind `searched` must be readable.
-    template <auto places = commonPlaces, typename OnMatch>
-    void forEachMatch(std::string_view searched, OnMatch&& onMatch) const {
-        if (searched.size() < text.size())
+    /// Calls `onMatch(position)` for the positions of the word in `text`, ascending. `onMatch` returns the
+    /// first position to consider next. 64 bytes behind `text` must be readable.
+    template <auto offsets = commonOffsets, typename OnMatch>
+    void forEachMatch(std::string_view text, OnMatch&& onMatch) const {
+        if (text.size() < m_word.size())
             return;
-        const std::size_t end = searched.size() - text.size() + 1; // behind the last possible match
-        const char* bytes = searched.data();
+        const std::size_t end = text.size() - m_word.size() + 1; // behind the last possible match
+        // Each set bit of `candidates` is a position of the block; `next` is what onMatch returned last.
         for (std::size_t block = 0, next = 0; block < end; block = std::max(block + 64, next)) {
+            const char* const begin = text.data() + block;
             std::uint64_t candidates =
-                places({rarest, bytes + block + rarestAt}, {second, bytes + block + secondAt});
+                offsets({m_rarest, begin + m_rarestAt}, {m_second, begin + m_secondAt});
             for (; candidates != 0; candidates &= candidates - 1) {
                 const std::size_t position = block + static_cast<std::size_t>(std::countr_zero(candidates));
                 if (position >= end)
                     return;
-                if (position >= next && matchesAt(bytes + position))
+                if (position >= next && matchesAt(text.data() + position))
                     next = onMatch(position);
             }
         }
@@ -106,13 +106,13 @@ public:
 
 private:
     bool matchesAt(const char* bytes) const {
-        return text.size() <= 2 || std::memcmp(bytes, text.data(), text.size()) == 0;
+        return m_word.size() <= 2 || std::memcmp(bytes, m_word.data(), m_word.size()) == 0;
     }
 
-    std::string text;
-    std::size_t rarestAt = 0, secondAt = 0;
-    char rarest = 0, second = 0;
-    double expected = 0;
+    std::string m_word;
+    std::size_t m_rarestAt = 0, m_secondAt = 0; ///< offsets of the two rarest bytes in the word
+    char m_rarest = 0, m_second = 0;
+    double m_expectedShare = 0;
 };
 
 } // namespace kavendra

@@ -52,8 +52,8 @@ TEST(SubstringSearch, FindsEveryPlaceInTextsOfAnyLengthAndAlignment) {
                                : text(1 + random() % 4, letters);
         const SubstringSearch search(word, ByteFrequencies(round % 3 == 0 ? "" : searched));
         const std::vector<std::size_t> expected = plainPlaces(searched, word);
-        ASSERT_EQ(placesBy<commonPlaces>(searched, search), expected) << searched << " / " << word;
-        ASSERT_EQ(placesBy<commonPlacesPlain>(searched, search), expected) << searched << " / " << word;
+        ASSERT_EQ(placesBy<commonOffsets>(searched, search), expected) << searched << " / " << word;
+        ASSERT_EQ(placesBy<commonOffsetsPlain>(searched, search), expected) << searched << " / " << word;
         ASSERT_EQ(search.isIn(searched), !expected.empty());
     }
 }
