@@ -3,53 +3,79 @@
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
+#include <ctime>
 #include <vector>
 
 namespace kavendra {
 
-/// Measures something beside its floor, turn by turn in one run, so that what slows the machine slows both.
-/// The benchmark's time is the subject's; its counters are the medians of both in milliseconds and the median
-/// of the pairs' ratios.
+/// Measures our implementation beside a floor, a plain version or both, in processor time of the process.
+/// They take turns in one run, so that other work on the machine slows all of them. The benchmark's time is
+/// ours. Counters: the medians in milliseconds, and the medians of each turn's ratios: x_floor is ours /
+/// floor, x_plain is plain / ours (above 1 when ours is faster).
 class Comparison {
 public:
-    explicit Comparison(benchmark::State& benchmarkState) : state(benchmarkState) {}
+    explicit Comparison(benchmark::State& state) : m_state(state) {}
 
     ~Comparison() {
-        state.counters["floor_ms"] = median(floors) * 1e3;
-        state.counters["own_ms"] = median(subjects) * 1e3;
-        state.counters["x_floor"] = median(ratios);
+        report("own_ms", m_own, 1e3);
+        report("floor_ms", m_floor, 1e3);
+        report("x_floor", m_timesFloor, 1);
+        report("plain_ms", m_plain, 1e3);
+        report("x_plain", m_timesPlain, 1);
     }
     Comparison(const Comparison&) = delete;
     Comparison& operator=(const Comparison&) = delete;
 
-    template <typename Floor, typename Subject>
-    void measure(Floor&& floor, Subject&& subject) {
-        floors.push_back(seconds(floor));
-        subjects.push_back(seconds(subject));
-        ratios.push_back(subjects.back() / floors.back());
-        state.SetIterationTime(subjects.back());
+    /// One turn beside a floor: work that our implementation cannot avoid.
+    void measureFloor(auto&& floor, auto&& own) {
+        m_floor.push_back(seconds(floor));
+        measureOwn(own);
+        m_timesFloor.push_back(m_own.back() / m_floor.back());
+    }
+
+    /// One turn beside a plain version: the same result in the obvious way.
+    void measurePlain(auto&& plain, auto&& own) {
+        m_plain.push_back(seconds(plain));
+        measureOwn(own);
+        m_timesPlain.push_back(m_plain.back() / m_own.back());
+    }
+
+    /// One turn beside both.
+    void measure(auto&& floor, auto&& plain, auto&& own) {
+        m_plain.push_back(seconds(plain));
+        measureFloor(floor, own);
+        m_timesPlain.push_back(m_plain.back() / m_own.back());
     }
 
 private:
-    template <typename Work>
-    static double seconds(Work& work) {
-        const auto begin = std::chrono::steady_clock::now();
-        work();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    void measureOwn(auto& own) {
+        m_own.push_back(seconds(own));
+        m_state.SetIterationTime(m_own.back());
     }
 
-    static double median(std::vector<double>& values) {
+    static double seconds(auto& work) {
+        const double begin = processorTime();
+        work();
+        return processorTime() - begin;
+    }
+
+    static double processorTime() {
+        timespec time{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+    }
+
+    void report(const char* counter, std::vector<double>& values, double factor) {
         if (values.empty())
-            return 0;
+            return;
         const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
         std::ranges::nth_element(values, middle);
-        return *middle;
+        m_state.counters[counter] = *middle * factor;
     }
 
-    benchmark::State& state;
-    std::vector<double> floors, subjects, ratios;
+    benchmark::State& m_state;
+    std::vector<double> m_own, m_floor, m_plain, m_timesFloor, m_timesPlain;
 };
 
 } // namespace kavendra
