@@ -14,8 +14,8 @@ namespace {
 
 using namespace kavendra;
 
-/// Every word of an item's own text must find that item.
-void searchForItsOwnWords(const ItemList& items) {
+/// Requires that each of the first items is found by the text of each of its columns.
+void searchForOwnText(const ItemList& items) {
     const SearchIndex index = *makeSearchIndex(items);
     require(index.matches(" ").size() == items.size());
     for (std::size_t item = 0; item < std::min<std::size_t>(items.size(), 8); ++item)
@@ -30,6 +30,7 @@ void searchForItsOwnWords(const ItemList& items) {
 
 } // namespace
 
+/// Text of any encoding is decoded to valid UTF-8, and its items can be searched.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     std::optional<ByteBuffer> text = decodeText(ByteBuffer(bytes));
@@ -41,6 +42,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     ItemList items;
     items.append(std::move(*block));
-    searchForItsOwnWords(items);
+    searchForOwnText(items);
     return 0;
 }

@@ -10,8 +10,8 @@
 
 #include <iostream>
 
-/// Reads one case a line from the standard input, a JSON object, and writes what the program makes of it as
-/// one line of JSON. tools/compare-readers compares that with readers of its own.
+/// Reads cases from standard input, one JSON object a line, and writes the result of each as one line of
+/// JSON. tools/compare-readers compares the results with those of its own readers.
 namespace {
 
 using namespace kavendra;
@@ -57,7 +57,7 @@ json tokensOf(const std::string& params) {
     return tokens ? json(*tokens) : failure(tokens.error());
 }
 
-/// Returns the file that is written for what was read from a file with that text.
+/// Returns the content of the file after loading it from `text` and writing it.
 json rewritten(const json& text, const std::string& file, const auto& load, const auto& write) {
     static const ScratchDirectory scratch;
     const std::string path = scratch.path + "/" + file;

@@ -9,7 +9,7 @@ using namespace kavendra;
 
 namespace {
 
-/// Returns whether a quote is open at the end of the text.
+/// Returns whether the text ends inside quotes.
 bool hasOpenQuote(std::string_view text) {
     while (true) {
         const std::size_t opening = text.find_first_of("\"'");
@@ -22,7 +22,7 @@ bool hasOpenQuote(std::string_view text) {
     }
 }
 
-/// Returns params that stand for the tokens: each byte in quotes of the kind that it is not.
+/// Returns params that are split into `tokens`: each token in quotes, a double quote in single quotes.
 std::string quoted(const std::vector<std::string>& tokens) {
     std::string params;
     for (const std::string& token : tokens) {
@@ -38,8 +38,8 @@ std::string quoted(const std::vector<std::string>& tokens) {
 
 } // namespace
 
-/// Params fail exactly when a quote stays open; else no token is empty, and quoting the tokens gives params
-/// that are split into the same ones.
+/// splitParams fails if and only if a quote is not closed. Tokens are not empty, and splitting the quoted
+/// tokens gives the same tokens.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view params(reinterpret_cast<const char*>(data), size);
     const auto tokens = splitParams(params);

@@ -7,14 +7,14 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-/// Feeds each file of a directory to the fuzz target once; what goes wrong ends the program.
+/// Runs the fuzz target once for each file of a directory. A failed check aborts the program.
 int main(int argc, char** argv) {
     if (argc != 2) {
         std::fputs("usage: replay DIRECTORY\n", stderr);
         return 2;
     }
     int count = 0;
-    // A target may work in a directory of its own, so the paths are absolute.
+    // Absolute paths, because a target may change the working directory.
     for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::absolute(argv[1]))) {
         std::printf("%s\n", entry.path().filename().c_str());
         std::fflush(stdout);

@@ -4,7 +4,7 @@
 
 namespace kavendra {
 
-/// Stops the program, which the fuzzer reports with the input.
+/// Aborts the program when the condition is false; the fuzzer then reports the input.
 inline void require(bool condition) {
     if (!condition)
         std::abort();

@@ -11,7 +11,7 @@
 
 namespace kavendra {
 
-/// An empty directory below $TMPDIR for targets that read files, removed when the program ends normally.
+/// A temporary directory for targets that read files, removed when the program ends normally.
 class ScratchDirectory {
 public:
     ScratchDirectory() {

@@ -11,7 +11,7 @@ using namespace kavendra;
 
 namespace {
 
-/// Whether both stand for the same file; the identities of actions are new with every load.
+/// Returns whether the settings are equal except for the actions' identities, which each load generates.
 bool isSameFile(const LaunchSettings& a, const LaunchSettings& b) {
     const auto plain = [](const LaunchSettings& s) {
         return std::tie(s.dataDirectoryPath, s.logDirectoryPath, s.showStatusMessage, s.showDebugSummary,
@@ -26,8 +26,8 @@ bool isSameFile(const LaunchSettings& a, const LaunchSettings& b) {
 
 } // namespace
 
-/// Settings that were read come back from the file they are written to, and that file is written the same
-/// again. Loading changes no byte of the file.
+/// Loading leaves the file unchanged. Settings that were loaded and written are loaded as the same settings
+/// and written as the same bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ScratchDirectory scratch;
     const std::string file = settingsFilePath(scratch.path);

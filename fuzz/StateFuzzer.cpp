@@ -7,8 +7,8 @@
 
 using namespace kavendra;
 
-/// The state that was read comes back from the file it is written to, and so does every width that is changed
-/// in it, once.
+/// Loading leaves the file unchanged. A state that was loaded and written is loaded as the same state. A new
+/// width of a column is stored; storing it again is no change.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const ScratchDirectory scratch;
     const std::string file = stateFilePath(scratch.path);
@@ -23,7 +23,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     require(writeState(scratch.path, *state).has_value());
     require(loadState(scratch.path) == *state);
-    // A settings file of the older layout holds the widths in the same form.
+    // Older settings files contain the widths in the same form.
     require(stateOfOlderSettings(readBytes(file)) == *state);
 
     for (const auto& [column, width] : state->columnWidths)

@@ -11,7 +11,7 @@ using namespace kavendra;
 
 namespace {
 
-/// A home directory with a few names that a text can hit; the process works in it.
+/// A home directory with some files, also used as the working directory.
 struct Home : ScratchDirectory {
     Home() {
         setenv("HOME", path.c_str(), 1);
@@ -31,13 +31,12 @@ bool endsLikeTyping(std::string_view path) {
 
 } // namespace
 
-/// A typed path is absolute, exists, is a file or a directory, and is found again by its own text and in
-/// quotes. The file system is only asked.
+/// A typed path is absolute and exists. Its text, also in quotes, gives the same path again.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Home home;
     const std::string text(reinterpret_cast<const char*>(data), size);
     if (text.contains("proc"))
-        return 0; // what exists there changes from call to call
+        return 0; // the content of /proc changes between calls
     const auto path = typedPathOf(text);
     const auto file = typedPathFileOf(text);
     const auto directory = typedPathDirectoryOf(text);

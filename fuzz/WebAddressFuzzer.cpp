@@ -14,7 +14,7 @@ bool isASCII(std::string_view text) {
     return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
-/// Undoes percent-encoding; a "%" that is not followed by two hexadecimal digits stays.
+/// Decodes percent-encoding; keeps a "%" that is not followed by two hexadecimal digits.
 std::string decoded(std::string_view text) {
     constexpr std::string_view digits = "0123456789abcdef";
     std::string bytes;
@@ -35,8 +35,8 @@ std::string decoded(std::string_view text) {
 
 } // namespace
 
-/// The URL of a web address holds nothing but what a URL may hold, is its own URL, and stands for the bytes
-/// that were typed, but for a host that is not ASCII.
+/// The URL of a web address contains only characters that URLs allow and is the web address of itself.
+/// Decoded, it equals the decoded input, unless the host is not ASCII.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
     const auto url = webAddressOf(text);

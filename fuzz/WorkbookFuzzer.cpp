@@ -7,6 +7,7 @@
 
 using namespace kavendra;
 
+/// A workbook gives items of valid UTF-8 within the block's text, none of them blank, or a known error.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const auto [logLines, block] = readWorkbookBytes(bytes, "fuzzed.xlsx", "fuzzed.xlsx");

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the seeds of the workbook fuzzers from tests/fixtures: small archives whose entries are stored, so that
-changing a byte changes the XML, and their parts."""
+"""Creates the seeds of the workbook fuzzers from tests/fixtures: small archives and their parts. The entries are
+not compressed, so that a changed byte changes the XML."""
 
 import io
 import pathlib
@@ -35,7 +35,7 @@ def main():
             for name in archive.namelist():
                 if re.fullmatch(pattern, name):
                     write(folder, fixture.stem + ".xml", archive.read(name))
-    # As their programs pack them: deflated, with zip64 fields, with data descriptors.
+    # Copies as the programs wrote them: deflated, with zip64 fields, with data descriptors.
     for name in ["zip64.xlsx", "libreoffice.xlsx"]:
         write("workbook", "packed-" + name, (FIXTURES / name).read_bytes())
     write("workbook", "lock-file.xlsx", (FIXTURES / "~$open.xlsx").read_bytes())

@@ -6,29 +6,30 @@
 #include <optional>
 #include <vector>
 
-/// Which of the filtered items is selected. A filtered list is the ascending indexes of its items in `items`;
-/// a selection is the identity of an item, which need not be among them.
+/// Rules for the selected item. A selection is the identity of an item; the item may be hidden by the filter.
 namespace kavendra {
 
+/// The items that the filter keeps. Both references must outlive it.
 struct FilteredItems {
     const ItemList& items;
-    const std::vector<std::uint32_t>& rows;
+    const std::vector<std::uint32_t>& rows; ///< their indexes in `items`, ascending
 
     std::size_t size() const { return rows.size(); }
     LaunchItem operator[](std::size_t position) const { return items[rows[position]]; }
 
-    /// Returns where the item with that identity stands in the filtered list, nothing when it is hidden.
+    /// Returns the position of the item in the filtered list; nullopt when it is not there.
     std::optional<std::size_t> positionOf(const std::optional<UUID>& id) const;
 };
 
-/// Returns the selection to keep: the same one while it is among the filtered items, else the first of them.
+/// Returns `selection` when it is in the filtered list, else the first item.
 std::optional<UUID> ensuredSelection(const FilteredItems& filtered, const std::optional<UUID>& selection);
 
-/// Returns the selection `offset` rows further down, stopping at either end. Without a selection among the
-/// filtered items a negative offset gives the last, any other the first.
+/// Returns the item `offset` positions below the selection, limited to the first and last item. When the
+/// selection is not in the filtered list: the last item for a negative offset, else the first.
 std::optional<UUID> movedSelection(const FilteredItems& filtered, const std::optional<UUID>& selection,
                                    int offset);
 
+/// Return the first or last item; nullopt when the list is empty.
 std::optional<UUID> firstSelection(const FilteredItems& filtered);
 std::optional<UUID> lastSelection(const FilteredItems& filtered);
 

@@ -6,6 +6,7 @@ namespace kavendra {
 
 namespace {
 
+// The sample: pieces at equal distances, at most 256 KiB.
 constexpr std::size_t samplePieces = 64;
 constexpr std::size_t samplePieceSize = 4096;
 
@@ -27,6 +28,7 @@ double ByteFrequencies::operator[](char byte) const {
 
 SubstringSearch::SubstringSearch(std::string word, const ByteFrequencies& frequencies)
     : m_word(std::move(word)) {
+    // Of a word of one byte, that byte is used twice.
     const auto rarer = [&](std::size_t a, std::size_t b) {
         return frequencies[m_word[a]] < frequencies[m_word[b]];
     };
