@@ -19,7 +19,7 @@ std::size_t countLineFeeds(std::string_view text) {
     return count;
 }
 
-/// Floor: counting the line feeds of the same bytes with memchr.
+/// Decoding and parsing. Floor: counting the line feeds of the same bytes with memchr.
 void csvToItems(benchmark::State& state) {
     const std::string csv = generateCSV(static_cast<std::size_t>(state.range(0)));
     Comparison comparison(state);

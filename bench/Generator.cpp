@@ -38,14 +38,14 @@ public:
     }
 
 private:
-    std::size_t below(std::size_t limit) { return random() % limit; }
+    std::size_t below(std::size_t limit) { return m_random() % limit; }
 
     template <std::size_t count>
     std::string_view pick(const std::array<std::string_view, count>& from) {
         return from[below(count)];
     }
 
-    std::mt19937_64 random{20240229};
+    std::mt19937_64 m_random{20240229};
 };
 
 } // namespace

@@ -7,12 +7,12 @@
 
 namespace kavendra {
 
-/// A word that stands in about one of 20 generated rows, and one that stands in one of 50,000.
+/// Words in about one of 20 generated rows, and in one of 50,000.
 inline constexpr const char* commonWord = "browser";
 inline constexpr const char* rareWord = "zanzibar";
 
 /// Returns a CSV text with a header and `rows` rows of about 85 bytes in four columns, one in 20 of them
-/// Japanese. The same number of rows gives the same text every time.
+/// Japanese. The result depends only on `rows`.
 std::string generateCSV(std::size_t rows);
 
 /// Returns the items of generateCSV.

@@ -28,7 +28,7 @@ std::size_t residentMemory() {
     return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// The most memory that this process has had resident since it began.
+/// Returns the largest resident memory of this process so far, in bytes.
 std::size_t peakResidentMemory() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
@@ -43,8 +43,8 @@ ByteBuffer readWhole(const std::string& path) {
     return bytes;
 }
 
-/// What a new process measured in loading the file; in one that has worked before, freed memory would hide
-/// the cost.
+/// Bytes of resident memory that loading a file added, at the end and at the peak. Measured in a new process,
+/// because memory that an earlier benchmark freed would hide the cost.
 struct Measured {
     std::size_t added = 0, peak = 0, items = 0;
 };
@@ -65,8 +65,7 @@ Measured measureInNewProcess(benchmark::State& state, const std::string& content
     return measured;
 }
 
-/// Resident memory after loading with the search index, above the program with nothing loaded, against the
-/// size of the file.
+/// Resident memory after loading a CSV file and creating its search index, divided by the size of the file.
 void memory(benchmark::State& state) {
     const auto rows = static_cast<std::size_t>(state.range(0));
     const std::string csv = generateCSV(rows);
@@ -91,8 +90,8 @@ std::size_t distinctTextSize(const ItemList& items) {
     return size;
 }
 
-/// The peak of resident memory in reading a workbook, above the program with nothing loaded, and what it may
-/// be: 8 MiB and twice the different texts.
+/// Peak of resident memory while reading a workbook, divided by the limit: 8 MiB and twice the size of the
+/// distinct texts.
 void workbookPeakMemory(benchmark::State& state, WorkbookForm form) {
     const auto rows = static_cast<std::size_t>(state.range(0));
     const std::size_t allowed = (8U << 20) + 2 * distinctTextSize(generateItems(rows));

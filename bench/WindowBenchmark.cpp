@@ -10,7 +10,7 @@ namespace kavendra {
 
 namespace {
 
-/// Two results of a search in the same items: all of them, and every second one.
+/// Two results of a search in the same items: all items, and every second one.
 struct Keystrokes {
     explicit Keystrokes(std::size_t count) {
         ItemList list = generateItems(count);
@@ -39,8 +39,8 @@ const Keystrokes& keystrokesOf(std::size_t count) {
     return made.try_emplace(count, count).first->second;
 }
 
-/// The table after a keystroke: other rows, the selection, and all that is visible painted.
-/// Floor: painting what is visible again.
+/// The table after a keystroke: replaces the rows and the selection and paints the visible cells. Floor: only
+/// painting the visible cells.
 void tableUpdate(benchmark::State& state) {
     const Keystrokes& keystrokes = keystrokesOf(static_cast<std::size_t>(state.range(0)));
     ItemTable table;

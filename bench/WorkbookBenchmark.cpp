@@ -31,7 +31,7 @@ zip_t* openZip(std::string_view bytes) {
     return archive;
 }
 
-/// The packed bytes of the entries of a workbook.
+/// Returns the compressed bytes of each entry of a workbook.
 std::vector<std::string> packedEntries(std::string_view workbook) {
     zip_t* const archive = openZip(workbook);
     std::vector<std::string> entries;
@@ -50,8 +50,7 @@ std::vector<std::string> packedEntries(std::string_view workbook) {
     return entries;
 }
 
-/// Inflates the entries in pieces, straight into the parser's buffer, and lets the parser call handlers that
-/// do nothing.
+/// Inflates the entries in pieces into the parser's buffer and parses them with empty handlers.
 void inflateAndParse(const std::vector<std::string>& entries) {
     for (const std::string& entry : entries) {
         XML_Parser parser = XML_ParserCreate(nullptr);
@@ -80,7 +79,7 @@ std::size_t itemCount(std::string_view workbook) {
     return block->rows.size();
 }
 
-/// Floor: zlib inflating the same entries in pieces of 64 KiB, straight into expat with empty handlers.
+/// Floor: zlib inflating the same entries in pieces of 64 KiB into expat with empty handlers.
 void workbook(benchmark::State& state, WorkbookForm form) {
     const auto rows = static_cast<std::size_t>(state.range(0));
     const std::string bytes = generateWorkbook(rows, form);
@@ -94,7 +93,7 @@ void workbook(benchmark::State& state, WorkbookForm form) {
     state.counters["MB"] = static_cast<double>(bytes.size()) / 1e6;
 }
 
-/// The texts of all cells of one workbook, collected in the plain way.
+/// Collects the texts of all cells of one workbook in the plain way.
 struct CollectedCells {
     std::vector<std::string> sharedStrings;
     std::vector<std::vector<std::string>> rows;
@@ -123,7 +122,7 @@ struct CollectedCells {
     }
 };
 
-/// Reads a small workbook with libzip and expat and nothing else: each part whole, then parsed at once.
+/// Reads a small workbook with only libzip and expat: inflates each part completely, then parses it.
 std::size_t collectCells(std::string_view workbook) {
     zip_t* const archive = openZip(workbook);
     CollectedCells cells;

@@ -5,14 +5,14 @@
 
 namespace kavendra {
 
-/// Who writes a workbook, and so in which form its texts stand.
+/// The form in which different programs write the texts of a workbook.
 enum class WorkbookForm {
-    spreadsheetProgram, ///< a string table, and cells and rows with the attributes that Excel writes
-    inlineStrings,      ///< as openpyxl writes it
-    byHand,             ///< a string table, and only what is needed
+    spreadsheetProgram, ///< a string table; cells and rows have the attributes that Excel writes
+    inlineStrings,      ///< as openpyxl writes them
+    byHand,             ///< a string table and no optional attributes
 };
 
-/// Returns a workbook (the bytes of its file) with the rows of generateCSV below a header.
+/// Returns a workbook (the bytes of its file) with a header and the rows of generateCSV.
 std::string generateWorkbook(std::size_t rows, WorkbookForm form);
 
 } // namespace kavendra

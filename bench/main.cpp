@@ -9,7 +9,7 @@
 int main(int argc, char** argv) {
     if (argc == 3 && std::string_view(argv[1]) == kavendra::measureMemoryArgument)
         return kavendra::measureMemoryOf(argv[2]);
-    // It ends with this function: Qt's own statics may be gone when those of this program end.
+    // A local object, so that it is destroyed before the static objects of Qt.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
