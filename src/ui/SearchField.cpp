@@ -52,7 +52,7 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     m_icon = addAction(QIcon(), LeadingPosition);
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setAccessibleName(button->defaultAction() == m_icon ? translated("Search icon")
-                                                                  : translated("Clear"));
+                                                                    : translated("Clear"));
     applyColors();
     m_selectAllTimer.setSingleShot(true);
     m_selectAllTimer.setInterval(0);

@@ -1,13 +1,23 @@
 #include "app/ItemsLoad.h"
 
+#include "search/SearchText.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/Limits.h"
+#include "tests/support/ResourceUse.h"
 #include "tests/support/WorkbookWriter.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstring>
 #include <functional>
+
+#ifdef __SANITIZE_ADDRESS__
+/// Freed memory that the sanitizer holds back would count as used.
+extern "C" const char* __asan_default_options() {
+    return "quarantine_size_mb=1";
+}
+#endif
 
 namespace kavendra {
 
@@ -16,6 +26,22 @@ namespace {
 using Lines = std::vector<std::string>;
 
 const std::string header = "Title,Command,Params,Keywords\n";
+
+constexpr std::size_t mebibyte = std::size_t{1} << 20;
+
+std::string repeated(std::string_view text, std::size_t times) {
+    std::string result;
+    while (times-- > 0)
+        result += text;
+    return result;
+}
+
+/// A workbook whose rows all have the same title.
+std::string workbookRepeating(const std::string& title, std::size_t rows) {
+    const std::string row = R"(<row><c r="A2" t="s"><v>0</v></c></row>)";
+    const std::string strings = "<si><t>" + title + "</t></si>";
+    return makeZip(zipEntries(workbookParts({headerRow() + repeated(row, rows)}, strings)));
+}
 
 ItemsLoad load(const std::string& directory) {
     return loadItems({.dataDirectory = directory, .includeBuiltinItems = false, .builtinFile = {}});
@@ -110,14 +136,8 @@ TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
 }
 
 TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
-    const auto table = [](const char* row, std::size_t rows) {
-        std::string text = header;
-        for (std::size_t count = 0; count < rows; ++count)
-            text += row;
-        return text;
-    };
     std::string xml = headerRow() + inlineRow({"a"});
-    xml.append(15U << 20, '>');
+    xml.append(15 * mebibyte, '>');
     struct Case {
         const char* name;
         std::string content; ///< of each of two files
@@ -125,13 +145,13 @@ TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
         const char* failure;
     };
     const Case cases[] = {
-        {"rows of one letter", table("a\n", 700'000), "csv",
+        {"rows of one letter", header + repeated("a\n", 700'000), "csv",
          "too many rows or too much text in all files together"},
-        {"more rows than a load may have", table("a,b,\n", 2'100'000), "csv",
+        {"more rows than a load may have", header + repeated("a,b,\n", 2'100'000), "csv",
          "more than 4194304 rows in all files together"},
         {"XML that takes long to parse", makeZip(zipEntries(workbookParts({xml}))), "xlsx",
          "too much XML in all files together"},
-        {"half as many", table("a\n", 350'000), "csv", nullptr},
+        {"half as many", header + repeated("a\n", 350'000), "csv", nullptr},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
@@ -149,14 +169,75 @@ TEST(ItemsLoad, FailsWithoutLeakingWhenMemoryIsShort) {
     const TemporaryDirectory directory;
     directory.write("a.csv", header + "good,,,\n");
     const std::string large = directory.write("large.csv", header);
-    std::filesystem::resize_file(large, std::size_t{256} << 20);
-    const ScopedMemoryLimit limit(std::size_t{128} << 20);
+    std::filesystem::resize_file(large, 256 * mebibyte);
+    const ScopedMemoryLimit limit(128 * mebibyte);
     for (int round = 0; round < 3; ++round)
         EXPECT_EQ(failureOf(load(directory.path())), "not enough memory: large.csv");
-    std::filesystem::resize_file(large, std::size_t{40} << 20);
+    std::filesystem::resize_file(large, 40 * mebibyte);
     const ItemsLoad loaded = load(directory.path());
     ASSERT_TRUE(loaded.items);
     EXPECT_EQ(loaded.items->list.size(), 2U);
+}
+
+TEST(ItemsLoad, LimitsTimeAndMemoryByTheSizeOfTheFile) {
+    constexpr double secondsAlways = 1, secondsForMebibyte = 5.0 / 16;
+    constexpr std::size_t memoryAlways = 64 * mebibyte, memoryTimesFile = 16;
+    const std::string tooMuchText = "too much text for the size of the file";
+    const std::string combiningMarks = "\u0301\u0327";
+    const std::string growing = "\U0001D160"; // three times as long in normalisation form C
+    struct Case {
+        const char* name;
+        const char* file;
+        std::string content;
+        std::string failure;
+    };
+    const Case cases[] = {
+        {"a long string in 20,000 rows", "a.xlsx",
+         workbookRepeating("e" + repeated(combiningMarks, 500), 20'000), "none"},
+        {"a longer string in 20,000 rows", "a.xlsx",
+         workbookRepeating(repeated(combiningMarks, 1000), 20'000),
+         "Invalid Excel format: a.xlsx: xl/worksheets/sheet1.xml: " + tooMuchText},
+        {"a string that folding lengthens", "a.xlsx", workbookRepeating(repeated(growing, 300), 20'000),
+         "Invalid Excel format: a.xlsx: " + tooMuchText},
+        {"a million combining marks", "a.csv", header + ("e" + repeated(combiningMarks, 500'000)), "none"},
+        {"a Shift JIS letter in each of 300,000 rows", "a.csv", header + (repeated("\xB1\n", 300'000)),
+         "none"},
+        {"rows of one letter", "a.csv", header + (repeated("a\n", 1'300'000)),
+         "Invalid CSV format: a.csv: more than 1273937 rows"},
+        {"a letter in each of four columns", "a.csv", header + (repeated("Ά,Ё,Ж,Ω\n", 100'000)), "none"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const TemporaryDirectory directory;
+        directory.write(c.file, c.content);
+        std::string failure;
+        const ResourceUse use = measureResources([&] { failure = failureOf(load(directory.path())); });
+        EXPECT_EQ(failure, c.failure);
+        const auto size = static_cast<double>(c.content.size()) / mebibyte;
+        EXPECT_LT(use.seconds, secondsAlways + secondsForMebibyte * size);
+        EXPECT_LT(use.memory, memoryAlways + memoryTimesFile * c.content.size());
+        testing::Test::RecordProperty(c.name, std::to_string(use.seconds) + " s, " +
+                                                  std::to_string(use.memory / mebibyte) + " MiB");
+    }
+}
+
+TEST(ItemsLoad, NamesTheLargestFileWhenMemoryForTheIndexIsShort) {
+    ItemList items;
+    for (const auto& [source, size] :
+         {std::pair("a.csv", std::size_t{1}), {"large.csv", 100 * mebibyte}, {"z.csv", std::size_t{2}}}) {
+        ItemBlock block{.text = ByteBuffer(size),
+                        .rows = {{TextSpan{.offset = 0, .length = static_cast<std::uint32_t>(size)}}},
+                        .source = source,
+                        .fileSize = size};
+        block.text.setSize(size);
+        std::memset(block.text.data(), 'a', size);
+        items.append(std::move(block));
+    }
+    EXPECT_TRUE(makeSearchText(items));
+    const ScopedMemoryLimit limit(50 * mebibyte);
+    const auto text = makeSearchText(items);
+    ASSERT_FALSE(text);
+    EXPECT_EQ(text.error().description, "not enough memory: large.csv");
 }
 
 } // namespace kavendra

@@ -97,7 +97,7 @@ TEST_F(MessageDialogTest, launchAtLoginChangesOnlyAfterYes) {
     click(confirmation, QDialogButtonBox::Yes);
     EXPECT_FALSE(confirmation.isVisible());
     EXPECT_TRUE(error.isVisible());
-    EXPECT_EQ(desktop.calls, (Calls{"registerLoginItem", "unregisterLoginItem"}));
+    EXPECT_EQ(desktop.calls, (Calls{"enableLaunchAtLogin", "disableLaunchAtLogin"}));
 }
 
 TEST_F(MessageDialogTest, longMessageScrollsAndIsCopiedWhole) {

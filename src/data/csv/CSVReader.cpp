@@ -36,16 +36,16 @@ public:
         : m_text(text), m_maximumItems(maximumItems), m_mapper(rows, maximumItems, maximumHeaderLine) {}
 
     void field(CSVField field) {
-        if (rowsRead == 0) {
-            const TextSpan name = span(field);
-            m_mapper.addHeaderCell(m_text.view().substr(name.offset, name.length));
-            return;
-        }
+        if (rowsRead == 0)
+            return headerField(field);
         m_textRead = field.end;
         const std::uint8_t column = m_mapper.columnOf(m_fieldIndex++);
+        if (column == ItemMapper::otherColumn && !m_mapper.isRowBlank())
+            return;
+        const TextSpan text = span(field);
         if (column != ItemMapper::otherColumn)
-            m_mapper.setText(column, span(field));
-        else if (m_mapper.isRowBlank() && span(field).length > 0)
+            m_mapper.setText(column, text);
+        else if (text.length > 0)
             m_mapper.setHasOtherText();
     }
 
@@ -66,7 +66,12 @@ public:
     std::vector<ItemRow> rows;
 
 private:
-    TextSpan span(CSVField field) {
+    [[gnu::noinline]] void headerField(CSVField field) {
+        const TextSpan name = span(field);
+        m_mapper.addHeaderCell(m_text.view().substr(name.offset, name.length));
+    }
+
+    [[gnu::always_inline]] inline TextSpan span(CSVField field) {
         if (field.hasQuotes)
             unescapeCSVField(m_text.data(), field);
         const std::string_view text = trimmedCell({m_text.data() + field.begin, field.end - field.begin});

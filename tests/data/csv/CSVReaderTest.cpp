@@ -49,7 +49,7 @@ TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
     }
 }
 
-TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuoteAndNamesTheFailure) {
+TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuote) {
     struct Case {
         std::string text;
         Lines log;
@@ -80,7 +80,7 @@ TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuoteAndNamesTheFailure) {
     }
 }
 
-TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
+TEST(ReadCSVItems, ReadsAMillionFieldsInARowAndALargeOpenQuote) {
     std::string wide(header, 0, header.size() - 1);
     for (int i = 0; i < 250'000; ++i)
         wide += ",Title,Keywords,,x";
@@ -98,7 +98,7 @@ TEST(ReadCSVItems, TakesRowsOfAMillionFieldsAndAFileOfOneQuote) {
     EXPECT_EQ(block.error().description, unterminated);
 }
 
-TEST(ReadCSVItems, BoundsRowsByTheSizeOfTheFile) {
+TEST(ReadCSVItems, LimitsRowsByTheSizeOfTheFile) {
     std::string text(header);
     for (std::size_t row = 0; row < 1'000'000; ++row)
         text += "a\n";

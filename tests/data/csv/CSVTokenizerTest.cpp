@@ -1,13 +1,13 @@
 #include "data/csv/CSVTokenizer.h"
 
-#include "base/Text.h"
-#include "data/csv/CSVReader.h"
-#include "tests/data/Reading.h"
+#include <gtest/gtest.h>
 
-#include <algorithm>
 #include <optional>
 #include <random>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace kavendra {
 
@@ -15,14 +15,15 @@ using namespace std::string_view_literals;
 
 namespace {
 
-using CSVRows = std::vector<Lines>;
+using CSVRow = std::vector<std::string>;
+using CSVRows = std::vector<CSVRow>;
 
 /// Returns the rows that the tokenizer finds, nothing if a quote is open at the end.
 std::optional<CSVRows> csvRows(std::string_view csv) {
     struct Collector {
         std::string text;
         CSVRows rows;
-        Lines row;
+        CSVRow row;
 
         void field(CSVField field) {
             if (field.hasQuotes)
@@ -36,11 +37,11 @@ std::optional<CSVRows> csvRows(std::string_view csv) {
     return std::move(collector.rows);
 }
 
-/// The rules of quoting as a plain state machine, one character at a time: what the reader's scan in blocks
-/// is held to. Returns nothing when a quote is open at the end.
+/// A plain state machine with the same rules, one character at a time. Returns nothing if a quote is open at
+/// the end.
 std::optional<CSVRows> plainCSVRows(std::string_view text) {
     CSVRows rows;
-    Lines row;
+    CSVRow row;
     std::string field;
     bool inQuotes = false;
     const auto endField = [&] { row.push_back(std::exchange(field, {})); };
@@ -75,26 +76,7 @@ std::optional<CSVRows> plainCSVRows(std::string_view text) {
     return rows;
 }
 
-/// The items that the plain rows give, as itemTexts has them.
-Lines plainItems(const CSVRows& rows) {
-    Lines items;
-    Lines header;
-    for (const std::string& name : rows.front())
-        header.emplace_back(trimmed(name));
-    for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
-        if (std::ranges::all_of(*row, [](const std::string& field) { return trimmed(field).empty(); }))
-            continue;
-        std::string& item = items.emplace_back();
-        for (const std::string_view name : requiredColumns) {
-            const auto column = static_cast<std::size_t>(std::ranges::find(header, name) - header.begin());
-            item.append(name == "Title" ? "" : "|");
-            item.append(column < row->size() ? trimmed((*row)[column]) : "");
-        }
-    }
-    return items;
-}
-
-/// Texts in which the special characters are dense, or sparse enough that fields reach over blocks.
+/// Generates texts whose special characters are dense, or so sparse that fields span blocks.
 class TextGenerator {
 public:
     std::string text() {
@@ -103,10 +85,10 @@ public:
         const auto quote = [&] { return fewQuotes && random() % 8 != 0 ? "q" : "\""; };
         std::string result;
         for (std::size_t i = 0; i < pieces; ++i) {
-            const char* const marks[] = {quote(), quote(), ",", ",",      "\n",
-                                         "\r",    "\r\n",  " ", "\u3000", "あ\t"};
-            if (const std::size_t choice = random() % 12; choice < std::size(marks))
-                result += marks[choice];
+            const char* const specials[] = {quote(), quote(), ",", ",",      "\n",
+                                            "\r",    "\r\n",  " ", "\u3000", "あ\t"};
+            if (const std::size_t choice = random() % 12; choice < std::size(specials))
+                result += specials[choice];
             else
                 result += std::string(random() % runLength, random() % 9 == 0 ? '\0' : 'x');
         }
@@ -145,16 +127,12 @@ TEST(CSVTokenizer, FollowsTheRulesOfQuoting) {
 
 TEST(CSVTokenizer, AgreesWithThePlainStateMachine) {
     TextGenerator generator;
-    const std::string headers[] = {"Title,Command,Params,Keywords\n",
-                                   "x,\"Keywords\" ,Title,,Params,Title,Command\n"};
     int complete = 0;
     for (int round = 0; round < 20'000; ++round) {
-        const std::string text = headers[round % 2] + generator.text();
+        const std::string text = generator.text();
         SCOPED_TRACE(testing::PrintToString(text));
         const std::optional<CSVRows> expected = plainCSVRows(text);
         ASSERT_EQ(csvRows(text), expected);
-        const Result<ItemBlock> block = readCSVItems(ByteBuffer(text), "f", "f").items;
-        ASSERT_EQ(block ? std::optional(itemTexts(*block)) : std::nullopt, expected.transform(plainItems));
         complete += expected.has_value();
         for (std::size_t begin = 0; begin + 64 <= text.size(); begin += 64) {
             const CSVBlock fast = scanCSVBlock(&text[begin]), plain = scanCSVBlockPlain(&text[begin]);

@@ -14,7 +14,7 @@ Lines usualItems(const std::string& lastItem) {
 
 } // namespace
 
-TEST(WorkbookFixtures, areReadWhateverProgramWroteThem) {
+TEST(WorkbookFixtures, areReadFromAllPrograms) {
     Lines withReading = usualItems("42|Title||");
     withReading[2].replace(0, withReading[2].find('|'), "会議資料 Meeting ノートカイギシリョウ");
     Lines twenty;
@@ -51,8 +51,7 @@ TEST(WorkbookFixtures, areReadWhateverProgramWroteThem) {
         const Reading reading =
             comparable(readWorkbookItems(dataFileAt(KAVENDRA_FIXTURES "/" + fixture), "source"));
         EXPECT_EQ(reading.items, items);
-        EXPECT_EQ(reading.failure,
-                  items.empty() ? "Invalid Excel format: ~$open.xlsx: Not a zip archive" : "");
+        EXPECT_EQ(reading.failure.empty(), !items.empty()) << reading.failure;
     }
 }
 

@@ -90,7 +90,7 @@ TEST(WorkbookReader, findsTheHeaderAndMapsTheRowsBelowIt) {
     }
 }
 
-TEST(WorkbookReader, takesCellsAsTheyAreStored) {
+TEST(WorkbookReader, readsCellsAsStored) {
     struct Case {
         const char* name;
         std::string cell; ///< in column B
@@ -139,10 +139,11 @@ TEST(WorkbookReader, readsTheSheetsInTheOrderOfTheWorkbook) {
     WorkbookParts parts = workbookParts({headerRow() + inlineRow({"1"}), inlineRow({"Title", "Command"}),
                                          "<row/>", headerRow() + inlineRow({"4"}), headerRow()});
     std::string& workbook = parts["xl/workbook.xml"];
-    workbook.insert(workbook.find("<sheet name"),
-                    "<sheet name=\"Chart\" r:id=\"chart\"/><sheet name=\"Nowhere\" r:id=\"rId9\"/>"
-                    "<sheet r:id=\"rId1\"/><sheet name=\"x\" id=\"rId1\"/>"
-                    "<sheet name=\"Last\" r:id=\"last\"/>");
+    workbook.insert(
+        workbook.find("<sheet name"),
+        "<sheet name=\"Chart\" r:id=\"chart\"/><sheet name=\"Nowhere\" r:id=\"rId9\"/>"
+        "<sheet name=\"Copy\" r:id=\"rId1\"/><sheet r:id=\"rId1\"/><sheet name=\"x\" id=\"rId1\"/>"
+        "<sheet name=\"Last\" r:id=\"last\"/>");
     std::string& relationships = parts["xl/_rels/workbook.xml.rels"];
     relationships.insert(relationships.rfind("</"),
                          "<Relationship Id=\"chart\" Type=\"x/chartsheet\" Target=\"chart.xml\"/>"
@@ -152,9 +153,10 @@ TEST(WorkbookReader, readsTheSheetsInTheOrderOfTheWorkbook) {
     parts["other/a.xml"] = "<worksheet>" + headerRow() + inlineRow({"first"}) + "</worksheet>";
     const Reading reading = readParts(parts);
     EXPECT_EQ(reading.failure, "");
-    EXPECT_EQ(reading.items, (Lines{"first|||", "1|||", "4|||"}));
+    EXPECT_EQ(reading.items, (Lines{"1|||", "first|||", "1|||", "4|||"}));
     const std::string names = "Title | Command | Params | Keywords";
-    EXPECT_EQ(reading.log, (Lines{"Excel headers (book.xlsx / Last): " + names,
+    EXPECT_EQ(reading.log, (Lines{"Excel headers (book.xlsx / Copy): " + names,
+                                  "Excel headers (book.xlsx / Last): " + names,
                                   "Excel headers (book.xlsx / Sheet1): " + names,
                                   "Excel headers (book.xlsx / Sheet2): Title | Command",
                                   "Excel headers (book.xlsx / Sheet3): not found in first 5x5",
@@ -162,16 +164,7 @@ TEST(WorkbookReader, readsTheSheetsInTheOrderOfTheWorkbook) {
                                   "Excel headers (book.xlsx / Sheet5): " + names}));
 }
 
-TEST(WorkbookReader, readsOneSheetForEachNameThatItHas) {
-    WorkbookParts parts = workbookParts({headerRow() + inlineRow({"a"})});
-    std::string& workbook = parts["xl/workbook.xml"];
-    workbook.insert(workbook.find("<sheet "), "<sheet name=\"Copy\" r:id=\"rId1\"/>");
-    const Reading reading = readParts(parts);
-    EXPECT_EQ(reading.items, (Lines{"a|||", "a|||"}));
-    EXPECT_EQ(reading.log.size(), 2U);
-}
-
-TEST(WorkbookReader, takesTheLastOfEntriesWithOneName) {
+TEST(WorkbookReader, readsTheLastOfEntriesWithTheSameName) {
     std::vector<ZipEntry> entries = zipEntries(workbookParts({headerRow() + inlineRow({"new"})}));
     const std::string old = workbookParts({headerRow() + inlineRow({"old"})})["xl/worksheets/sheet1.xml"];
     entries.insert(entries.begin(), {{.name = "xl/worksheets/sheet1.xml", .content = old},
@@ -191,7 +184,7 @@ TEST(WorkbookReader, dropsCellsBeyondTheLastColumn) {
     EXPECT_EQ(reading.log, Lines{"Excel headers (book.xlsx / Sheet1): Title | Command | Params | Keywords"});
 }
 
-TEST(WorkbookReader, saysWhichPartIsMissingOrDoesNotParse) {
+TEST(WorkbookReader, namesThePartThatIsMissingOrDoesNotParse) {
     const std::string sharedStrings = "<si><t>a</t></si>";
     const WorkbookParts whole = workbookParts({headerRow()}, sharedStrings);
     ASSERT_EQ(readParts(whole).failure, "");
@@ -206,7 +199,8 @@ TEST(WorkbookReader, saysWhichPartIsMissingOrDoesNotParse) {
         parts = whole;
         parts[name].pop_back();
         const Reading cut = readParts(parts);
-        EXPECT_EQ(cut.failure, "Invalid Excel format: book.xlsx: " + name + ": unclosed token");
+        EXPECT_TRUE(cut.failure.starts_with("Invalid Excel format: book.xlsx: " + name + ": "))
+            << cut.failure;
         EXPECT_TRUE(cut.log.empty());
     }
     EXPECT_EQ(readParts(workbookParts({})).failure, noSupportedSheet);
@@ -214,7 +208,7 @@ TEST(WorkbookReader, saysWhichPartIsMissingOrDoesNotParse) {
         << "a header alone is a supported sheet";
 }
 
-TEST(WorkbookReader, readsTheEncodingsThatXMLMustHave) {
+TEST(WorkbookReader, readsUTF16) {
     WorkbookParts parts = workbookParts({""});
     std::string& utf16 = parts["xl/worksheets/sheet1.xml"];
     utf16 = "\xFF\xFE";
