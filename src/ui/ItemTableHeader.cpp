@@ -17,8 +17,9 @@ namespace kavendra {
 namespace {
 
 constexpr int minimumColumnWidth = 48;
-constexpr int titlePadding = 10; ///< above and below the title, together
-constexpr int dividerInset = 6;  ///< above and below the line between two titles
+constexpr double widthTolerance = 0.5; ///< a stored width that differs by no more is not applied
+constexpr int titlePadding = 10;       ///< above and below the title, together
+constexpr int dividerInset = 6;        ///< above and below the line between two titles
 
 } // namespace
 
@@ -35,7 +36,9 @@ void ItemTableHeader::applyInitialWidths() {
 
 void ItemTableHeader::applyWidths(const ColumnWidths& widths) {
     for (std::size_t column = 0; column < itemColumns.size(); ++column)
-        if (const auto stored = widths.find(itemColumns[column].identifier); stored != widths.end())
+        if (const auto stored = widths.find(itemColumns[column].identifier);
+            stored != widths.end() &&
+            std::abs(sectionSize(static_cast<int>(column)) - stored->second) > widthTolerance)
             applyWidth(static_cast<int>(column), stored->second);
 }
 
