@@ -56,7 +56,9 @@ public:
 
     /// Whether the current row has no text so far.
     bool isRowBlank() const {
-        return !m_hasOtherText && std::ranges::all_of(m_row, [](TextSpan text) { return text.length == 0; });
+        static_assert(requiredColumns.size() == 4);
+        return !m_hasOtherText &&
+               (m_row[0].length | m_row[1].length | m_row[2].length | m_row[3].length) == 0;
     }
 
     enum class RowEnd : std::uint8_t { blank, added, tooManyItems };

@@ -29,13 +29,14 @@ constexpr std::size_t rowsBeforeEstimate = 4096;
 /// last.
 constexpr std::size_t maximumHeaderLine = std::size_t{64} << 10;
 
-/// Passes the fields of a CSV text to the mapper.
+/// Passes the fields of a CSV text to the mapper. What runs for each field must be inlined into the
+/// tokenizer: calls cost a third of the time.
 class ItemCollector {
 public:
     ItemCollector(ByteBuffer& text, std::size_t maximumItems)
         : m_text(text), m_maximumItems(maximumItems), m_mapper(rows, maximumItems, maximumHeaderLine) {}
 
-    void field(CSVField field) {
+    [[gnu::always_inline]] void field(CSVField field) {
         if (rowsRead == 0)
             return headerField(field);
         m_textRead = field.end;
@@ -49,7 +50,7 @@ public:
             m_mapper.setHasOtherText();
     }
 
-    void endRow() {
+    [[gnu::always_inline]] void endRow() {
         if (rowsRead++ == 0)
             return;
         const auto end = m_mapper.endRow();
