@@ -46,8 +46,8 @@ void tableUpdate(benchmark::State& state) {
     ItemTable table;
     table.onSelect = [](const std::optional<UUID>&) {};
     table.resize(960, 440);
-    table.show(keystrokes.all);
-    table.QWidget::show();
+    table.showState(keystrokes.all);
+    table.show();
     QApplication::processEvents();
     bool isFiltered = false;
     Comparison comparison(state);
@@ -55,7 +55,7 @@ void tableUpdate(benchmark::State& state) {
         comparison.measureFloor([&] { table.viewport()->repaint(); },
                                 [&] {
                                     isFiltered = !isFiltered;
-                                    table.show(isFiltered ? keystrokes.half : keystrokes.all);
+                                    table.showState(isFiltered ? keystrokes.half : keystrokes.all);
                                     table.viewport()->repaint();
                                 });
 }

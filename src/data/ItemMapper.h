@@ -56,9 +56,10 @@ public:
 
     /// Whether the current row has no text so far.
     bool isRowBlank() const {
-        static_assert(requiredColumns.size() == 4);
-        return !m_hasOtherText &&
-               (m_row[0].length | m_row[1].length | m_row[2].length | m_row[3].length) == 0;
+        std::uint32_t lengths = 0; // without branches: this runs for each field of other columns
+        for (const TextSpan text : m_row)
+            lengths |= text.length;
+        return !m_hasOtherText && lengths == 0;
     }
 
     enum class RowEnd : std::uint8_t { blank, added, tooManyItems };
