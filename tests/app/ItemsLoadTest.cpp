@@ -12,13 +12,6 @@
 #include <cstring>
 #include <functional>
 
-#ifdef __SANITIZE_ADDRESS__
-/// Freed memory that the sanitizer holds back would count as used.
-extern "C" const char* __asan_default_options() {
-    return "quarantine_size_mb=1";
-}
-#endif
-
 namespace kavendra {
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// Launch at login on a freedesktop.org desktop: a desktop entry in the XDG autostart directory (Desktop
-/// Application Autostart Specification).
+/// Launch at login on a freedesktop.org desktop: a desktop entry in the autostart directory
+/// (freedesktop.org, Desktop Application Autostart Specification).
 namespace kavendra {
 
 /// Returns the path of the entry: $XDG_CONFIG_HOME/autostart/kavendra.desktop.
