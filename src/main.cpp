@@ -1,6 +1,8 @@
 #include "app/ContentView.h"
 #include "app/WindowMenus.h"
 #include "config/SettingsFile.h"
+#include "platform/Paths.h"
+#include "platform/ThreadExecutor.h"
 #include "platform/desktop/SystemDesktop.h"
 #include "ui/EnterAutoRepeatFilter.h"
 #include "ui/MainWindow.h"
@@ -9,23 +11,84 @@
 
 #include <QApplication>
 
+#include <unistd.h>
+
+#include <chrono>
 #include <csignal>
 #include <string>
+#include <thread>
 #include <vector>
 
+namespace kavendra {
+
 namespace {
+
+/// How long ending may take, whatever hangs.
+constexpr std::chrono::milliseconds endTimeLimit{900};
 
 /// Returns the environment for launched programs: that of this process without its activation tokens, which
 /// are for its own window.
 std::vector<std::string> programEnvironment() {
-    std::vector<std::string> environment = kavendra::Processes::currentEnvironment();
+    std::vector<std::string> environment = Processes::currentEnvironment();
     std::erase_if(environment, [](const std::string& entry) {
         return entry.starts_with("XDG_ACTIVATION_TOKEN=") || entry.starts_with("DESKTOP_STARTUP_ID=");
     });
     return environment;
 }
 
+/// Lets SIGTERM, SIGINT and SIGHUP end the event loop, as closing the window does. Call it before other
+/// threads are created, which inherit the blocked signals.
+void endOnSignals(ThreadExecutor& executor) {
+    sigset_t endSignals;
+    sigemptyset(&endSignals);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&endSignals, number);
+    pthread_sigmask(SIG_BLOCK, &endSignals, nullptr);
+    executor.run([endSignals, &executor] {
+        int number = 0;
+        sigwait(&endSignals, &number);
+        executor.post([] { QCoreApplication::quit(); });
+    });
+}
+
+/// Shows the window until it is closed. Then waits until `deadline`, which begins at that moment, for actions
+/// that were chosen and have not been carried out.
+int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus, RunningInstance& instance,
+               ThreadExecutor& executor) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kavendra"));
+    QApplication::setDesktopFileName(QStringLiteral("kavendra"));
+    QApplication::setWindowIcon(applicationIcon());
+    installTranslations();
+    EnterAutoRepeatFilter enterAutoRepeat;
+    application.installEventFilter(&enterAutoRepeat);
+    content.appear();
+    executor.setWake([&application, &executor] {
+        QMetaObject::invokeMethod(&application, [&executor] { executor.runPosted(); }, Qt::QueuedConnection);
+    });
+
+    int status = 0;
+    {
+        MainWindow window(content, menus);
+        instance.onActivate = [&window](const std::string& token) { window.comeForward(token); };
+        window.show();
+        status = QApplication::exec();
+        // From now on the process ends in time, even if the bus or the display server does not answer.
+        std::thread([status] {
+            std::this_thread::sleep_for(endTimeLimit);
+            _exit(status);
+        }).detach();
+        executor.setWake([] {});
+        instance.onActivate = [](const std::string&) {};
+    }
+    executor.runPostedUntil(std::chrono::steady_clock::now() + endTimeLimit / 2,
+                            [&content] { return !content.hasStepsInProgress(); });
+    return status;
+}
+
 } // namespace
+
+} // namespace kavendra
 
 int main(int argc, char* argv[]) {
     using namespace kavendra;
@@ -35,25 +98,20 @@ int main(int argc, char* argv[]) {
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);
 
-    const auto instance = becomeRunningInstance();
+    ThreadExecutor executor;
+    endOnSignals(executor);
+
+    auto instance = becomeRunningInstance();
     if (!instance)
-        return 0;
+        _exit(0);
 
-    QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("kavendra"));
-    QApplication::setDesktopFileName(QStringLiteral("kavendra"));
-    QApplication::setWindowIcon(applicationIcon());
-    installTranslations();
-    EnterAutoRepeatFilter enterAutoRepeat;
-    application.installEventFilter(&enterAutoRepeat);
-
-    const auto desktop = makeDesktop(processes);
-    const QString builtinFile =
-        QApplication::applicationDirPath() + QStringLiteral("/" KAVENDRA_RESOURCES "/Built-in.csv");
-    ContentView content(*desktop, processes, configurationDirectoryPath(), builtinFile.toStdString());
-    WindowMenus menus(content, *desktop, processes);
-    MainWindow window(content, menus);
-    instance->onActivate = [&window](const std::string& token) { window.comeForward(token); };
-    window.show();
-    return QApplication::exec();
+    const auto desktop = makeDesktop(processes, executor);
+    ContentView content(*desktop, processes, executor, configurationDirectoryPath(),
+                        joinedPath(programDirectory(), KAVENDRA_RESOURCES "/Built-in.csv"));
+    WindowMenus menus(content, *desktop, processes, executor);
+    content.start(); // the files are read while the window is made
+    const int status = showWindow(argc, argv, content, menus, *instance, executor);
+    instance.reset(); // releases the name on the bus
+    // Without destroying what threads may still use: one that reads from a dead drive never ends.
+    _exit(status);
 }

@@ -195,5 +195,13 @@
         <source></source>
         <translation>ファイル名をコピー</translation>
     </message>
+    <message id="Loading launch items">
+        <source></source>
+        <translation>起動項目を読み込み中</translation>
+    </message>
+    <message id="Opening">
+        <source></source>
+        <translation>開いています</translation>
+    </message>
 </context>
 </TS>

@@ -4,12 +4,19 @@
 #include "config/LogFile.h"
 #include "config/SettingsFile.h"
 #include "data/DataDirectory.h"
+#include "launch/TypedPath.h"
 
 #include <utility>
 
 namespace kavendra {
 
 namespace {
+
+/// How long a launch that was requested before the first items were there is kept.
+constexpr std::chrono::seconds launchRequestLifetime{1};
+
+/// A program that runs longer counts as opened.
+constexpr std::chrono::seconds programPatience{2};
 
 std::string loadedMessage(std::size_t itemCount, const std::string& dataDirectory) {
     if (itemCount == 0)
@@ -19,35 +26,34 @@ std::string loadedMessage(std::size_t itemCount, const std::string& dataDirector
 
 } // namespace
 
-ContentView::ContentView(Desktop& desktop, Processes& processes, std::string configurationDirectory,
-                         std::string builtinFile)
-    : m_desktop(desktop), m_configurationDirectory(std::move(configurationDirectory)),
-      m_builtinFile(std::move(builtinFile)),
-      m_launcher(desktop, processes, [this](std::string_view line) { appendLogLine(line); }) {
+ContentView::ContentView(Desktop& desktop, Processes& processes, Executor& executor,
+                         std::string configurationDirectory, std::string builtinFile)
+    : m_desktop(desktop), m_executor(executor), m_configurationDirectory(std::move(configurationDirectory)),
+      m_builtinFile(std::move(builtinFile)), m_launcher(desktop, processes, threadSafeLogLine()) {
     m_state.appSettings = defaultSettings(m_configurationDirectory);
     adopt({});
 }
 
-void ContentView::appear() {
+void ContentView::start() {
     reloadData();
-    // A load that failed may have skipped these two.
+}
+
+void ContentView::appear() {
+    m_hasAppeared = true;
     applyAppearance();
-    ensureSelection();
     m_state.startupRegistrationStatus = m_desktop.launchAtLoginStatus();
-    stateChanged();
+    changed();
 }
 
 void ContentView::reloadData() {
-    if (const auto loaded = load(); !loaded) {
-        adopt({});
-        m_state.selectedItemID.reset();
-        reportFailure(loaded.error().description);
-        return;
-    }
-    setStatus(loadedMessage(m_state.items->list.size(), m_state.appSettings.dataDirectoryPath));
+    const ActionNumber number = ++m_lastAction;
+    m_loads.drop();
+    if (const auto loaded = loadConfiguration(); !loaded)
+        return failLoad(loaded.error());
+    startLoad(number);
 }
 
-Result<void> ContentView::load() {
+Result<void> ContentView::loadConfiguration() {
     if (auto prepared = prepareConfigurationFiles(m_configurationDirectory); !prepared)
         return prepared;
     auto settings = loadSettings(m_configurationDirectory);
@@ -58,22 +64,48 @@ Result<void> ContentView::load() {
     if (!state)
         return std::unexpected(state.error());
     m_state.appState = std::move(*state);
-    applyAppearance();
+    if (m_hasAppeared)
+        applyAppearance();
     if (!m_state.hasResetLogForCurrentLaunch) {
         if (auto reset = resetLog(m_state.appSettings.logDirectoryPath); !reset)
             return reset;
         m_state.hasResetLogForCurrentLaunch = true;
     }
-    ItemsLoad load = loadItems({.dataDirectory = m_state.appSettings.dataDirectoryPath,
-                                .includeBuiltinItems = m_state.appSettings.showBuiltinItems,
-                                .builtinFile = m_builtinFile});
+    return {};
+}
+
+void ContentView::startLoad(ActionNumber number) {
+    const ItemsLoadRequest request{.dataDirectory = m_state.appSettings.dataDirectoryPath,
+                                   .includeBuiltinItems = m_state.appSettings.showBuiltinItems,
+                                   .builtinFile = m_builtinFile};
+    m_loads.start([request] { return loadItems(request); },
+                  [this, number, directory = request.dataDirectory](ItemsLoad load) {
+                      finishLoad(number, std::move(load), directory);
+                  });
+    if (m_loads.isPending())
+        changed();
+}
+
+void ContentView::finishLoad(ActionNumber number, ItemsLoad load, const std::string& dataDirectory) {
     for (const std::string& line : load.logLines)
         appendLogLine(line);
     if (!load.items)
-        return std::unexpected(load.items.error());
+        return failLoad(load.items.error());
+    m_hasLoaded = true;
     adopt(std::move(*load.items));
     ensureSelection();
-    return {};
+    setStatus(number, loadedMessage(m_state.items->list.size(), dataDirectory));
+    if (const auto requested = std::exchange(m_launchRequest, std::nullopt);
+        requested && std::chrono::steady_clock::now() - *requested < launchRequestLifetime)
+        launchSelected();
+}
+
+void ContentView::failLoad(const Error& error) {
+    m_hasLoaded = true;
+    m_launchRequest.reset();
+    adopt({});
+    m_state.selectedItemID.reset();
+    reportFailure(error.description);
 }
 
 void ContentView::adopt(LoadedItems loaded) {
@@ -94,14 +126,15 @@ void ContentView::setSearchText(std::string text) {
     if (text == m_state.searchText)
         return;
     m_state.searchText = std::move(text);
+    m_launchRequest.reset();
     filter();
     ensureSelection();
-    stateChanged();
+    changed();
 }
 
 void ContentView::select(const std::optional<UUID>& id) {
     m_state.selectedItemID = id;
-    stateChanged();
+    changed();
 }
 
 std::optional<LaunchItem> ContentView::selectedItem() const {
@@ -120,25 +153,62 @@ std::string ContentView::debugSummary() const {
 }
 
 void ContentView::launchSelected() {
-    if (const auto item = selectedItem())
+    if (!m_hasLoaded)
+        m_launchRequest = std::chrono::steady_clock::now();
+    else if (const auto item = selectedItem())
         launch(*item);
     else
         setStatus("No item selected");
 }
 
 void ContentView::launch(const LaunchItem& item) {
-    report(m_launcher.launch(item));
+    perform([this, item] { return m_launcher.launch(item); });
+}
+
+void ContentView::perform(std::function<ActionOutcome()> action) {
+    performStep(std::move(action), [this, number = ++m_lastAction](const ActionOutcome& outcome) {
+        if (outcome && outcome->program.valid())
+            awaitProgram(number, *outcome);
+        else
+            finish(number, outcome);
+    });
+}
+
+void ContentView::finish(ActionNumber number, const ActionOutcome& outcome) {
+    if (outcome)
+        setStatus(number, outcome->message);
+    else
+        reportFailure(outcome.error().description);
+}
+
+void ContentView::awaitProgram(ActionNumber number, const ActionSuccess& action) {
+    const auto hasEnded = [action] {
+        return action.program.wait_for(programPatience) == std::future_status::ready;
+    };
+    ++m_awaitedPrograms;
+    runThen(m_executor, hasEnded, [this, number, action](bool ended) {
+        --m_awaitedPrograms;
+        if (ended)
+            return finish(number, outcomeOfProgram(action));
+        setStatus(number, action.message);
+        runThen(
+            m_executor, [action] { return outcomeOfProgram(action); },
+            [this](const ActionOutcome& outcome) {
+                if (!outcome)
+                    reportFailure(outcome.error().description);
+            });
+    });
 }
 
 void ContentView::updateColumnWidth(const std::string& columnIdentifier, double width) {
     auto widths = widthsAfterResize(m_state.appState.columnWidths, columnIdentifier, width);
     if (!widths)
         return;
-    LaunchState changed{std::move(*widths)};
-    if (const auto written = writeState(m_configurationDirectory, changed); !written)
+    LaunchState resized{std::move(*widths)};
+    if (const auto written = writeState(m_configurationDirectory, resized); !written)
         return reportFailure(written.error().description);
-    m_state.appState = std::move(changed);
-    stateChanged();
+    m_state.appState = std::move(resized);
+    changed();
 }
 
 bool ContentView::saveSettings(const LaunchSettings& settings) {
@@ -147,7 +217,7 @@ bool ContentView::saveSettings(const LaunchSettings& settings) {
         return false;
     }
     m_state.appSettings = settings;
-    stateChanged();
+    changed();
     return true;
 }
 
@@ -157,7 +227,7 @@ void ContentView::applyAppearance() {
 
 void ContentView::requestStartupChange() {
     m_state.pendingStartupRegistrationAction = requestedStartupAction(m_state.startupRegistrationStatus);
-    stateChanged();
+    changed();
 }
 
 void ContentView::confirmStartupChange() {
@@ -171,36 +241,66 @@ void ContentView::confirmStartupChange() {
 
 void ContentView::cancelStartupChange() {
     m_state.pendingStartupRegistrationAction.reset();
-    stateChanged();
+    changed();
 }
 
 void ContentView::setStatus(std::string message) {
-    m_state.lastActionMessage = std::move(message);
-    stateChanged();
+    setStatus(++m_lastAction, std::move(message));
+}
+
+void ContentView::setStatus(ActionNumber number, std::string message) {
+    if (number >= m_statusAction) {
+        m_statusAction = number;
+        m_state.lastActionMessage = std::move(message);
+    }
+    changed();
 }
 
 void ContentView::reportFailure(const std::string& message) {
+    m_statusAction = m_lastAction;
     m_state.lastActionMessage = message;
     m_state.errorDialogMessage = message;
     appendLogLine(message);
-    stateChanged();
+    changed();
 }
 
 void ContentView::report(const ActionOutcome& outcome) {
-    if (outcome)
-        setStatus(*outcome);
-    else
-        reportFailure(outcome.error().description);
+    finish(++m_lastAction, outcome);
 }
 
 void ContentView::dismissErrorDialog() {
     m_state.errorDialogMessage.reset();
-    stateChanged();
+    changed();
 }
 
 void ContentView::appendLogLine(std::string_view message) {
     if (!appendToLog(m_state.appSettings.logDirectoryPath, message))
         setStatus(std::string(message) + " | Log write failed");
+}
+
+LogLine ContentView::threadSafeLogLine() {
+    return [this](std::string_view line) {
+        m_executor.post([this, text = std::string(line)] { appendLogLine(text); });
+    };
+}
+
+void ContentView::changed() {
+    m_state.isLoading = m_loads.isPending();
+    m_state.isActing = m_stepsInProgress + m_awaitedPrograms > 0;
+    stateChanged();
+    askForTypedPath();
+}
+
+void ContentView::askForTypedPath() {
+    const auto adopt = [this](bool hasTypedPath) {
+        if (std::exchange(m_state.hasTypedPath, hasTypedPath) != hasTypedPath)
+            stateChanged();
+    };
+    if (!m_state.searchText.empty())
+        return m_typedPathQuestions.start(
+            [text = m_state.searchText] { return typedPathOf(text).has_value(); }, adopt);
+    m_typedPathQuestions.drop();
+    adopt(false);
 }
 
 } // namespace kavendra

@@ -13,15 +13,15 @@
 namespace kavendra {
 
 /// All menus of the window. A menu is made each time it is opened: the enabled states are those of that
-/// moment. An action looks up its target again when it is chosen, and reports to the content view.
+/// moment. An entry whose state is unknown after a tenth of a second, because a file system does not answer,
+/// is enabled. An action looks up its target again when it is chosen, and reports to the content view.
 class WindowMenus {
 public:
-    /// `content`, `desktop` and `processes` must outlive this, and this must outlive every menu.
-    WindowMenus(ContentView& content, Desktop& desktop, Processes& processes,
+    /// `content`, `desktop`, `processes` and `executor` must outlive this, and this must outlive every menu
+    /// and action.
+    WindowMenus(ContentView& content, Desktop& desktop, Processes& processes, Executor& executor,
                 std::string excelApplicationPath = ExcelIntegration::defaultApplicationPath);
 
-    /// Whether there is a typed path, so that its menu is offered.
-    bool hasTypedPath() const;
     Menu typedPathMenu();
 
     /// The menu of an item. `clickedColumn` is none when the menu is opened outside the columns.
@@ -32,16 +32,16 @@ public:
     /// to changeDataDirectory.
     Menu settingsMenu(std::function<void()> chooseDataDirectory);
 
-    /// Creates the directory when it does not exist, makes it the data directory and reloads. Failures are
-    /// reported. No-op if the directory is unchanged.
+    /// Creates the directory when it does not exist, on another thread, makes it the data directory and
+    /// reloads. Failures are reported. No-op if the directory is unchanged.
     void changeDataDirectory(const std::string& path);
 
 private:
     const LaunchSettings& settings() const { return m_content.state().appSettings; }
-    MenuEntry entry(const char* title, bool isEnabled, std::function<ActionOutcome()> action);
+    MenuEntry entry(const char* title, std::function<ActionOutcome()> action, MenuQuestion question = {});
     Menu copyMenu(const LaunchItem& item, std::optional<ItemColumn> clickedColumn);
-    Menu excelMenu(bool isEnabled, const std::function<ActionOutcome(ExcelOpenMode)>& open);
-    void addConfiguredActions(Menu& menu, SearchPathActionTargetType type, const char* title, bool hasTarget);
+    Menu excelMenu(const MenuQuestion& question, const std::function<ActionOutcome(ExcelOpenMode)>& open);
+    void addConfiguredActions(Menu& menu, SearchPathActionTargetType type, const char* title);
     MenuEntry toggle(const Setting& setting);
     Menu appearanceMenu();
     MenuEntry dataDirectoryEntry();
@@ -49,6 +49,7 @@ private:
     bool change(Value LaunchSettings::* member, Value value);
 
     ContentView& m_content;
+    Executor& m_executor;
     Launcher m_launcher;
     ExcelIntegration m_excel;
     ItemActions m_itemActions;

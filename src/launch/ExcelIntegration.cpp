@@ -109,13 +109,12 @@ ActionOutcome ExcelIntegration::open(const std::string& workbook, ExcelOpenMode 
         mode == ExcelOpenMode::newSession ? workbook : makeReadOnlyCopy(workbook);
     if (!file)
         return std::unexpected(file.error());
-    const Result<void> opened =
-        mode == ExcelOpenMode::readOnly
-            ? m_launcher.runProgramAndWait("/usr/bin/osascript", {"-e", excelScript(*file)})
-            : m_launcher.runProgramAndWait("/usr/bin/open", {"-n", "-a", m_applicationPath, *file});
     constexpr std::array modes{"read-only", "new session", "new session, read-only"};
-    return outcomeOf(opened,
-                     "Opened " + description + " in Excel (" + modes[static_cast<std::size_t>(mode)] + ")");
+    std::string message =
+        "Opened " + description + " in Excel (" + modes[static_cast<std::size_t>(mode)] + ")";
+    if (mode == ExcelOpenMode::readOnly)
+        return m_launcher.runProgram("/usr/bin/osascript", {"-e", excelScript(*file)}, std::move(message));
+    return m_launcher.runProgram("/usr/bin/open", {"-n", "-a", m_applicationPath, *file}, std::move(message));
 }
 
 } // namespace kavendra

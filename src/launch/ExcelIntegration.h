@@ -36,7 +36,8 @@ std::string excelScript(std::string_view path);
 /// never removed. Fails with the system's reason.
 Result<std::string> makeReadOnlyCopy(const std::string& source);
 
-/// Opens workbooks in Microsoft Excel with the command line tools of macOS.
+/// Opens workbooks in Microsoft Excel with the command line tools of macOS, which are to be waited for. The
+/// functions may be called on any thread, at the same time.
 class ExcelIntegration {
 public:
     static constexpr const char* defaultApplicationPath = "/Applications/Microsoft Excel.app";

@@ -32,7 +32,8 @@ std::optional<std::string> parentDirectoryOf(const LaunchItem& item, std::option
 /// Returns the path of the data file that the item comes from, nothing when it does not exist.
 std::optional<std::string> sourceFileOf(const LaunchItem& item, std::string_view dataDirectory);
 
-/// The actions of an item's menu. Each reports a status message when there is nothing to act on.
+/// The actions of an item's menu. Each reports a status message when there is nothing to act on. They may be
+/// called on any thread, at the same time.
 class ItemActions {
 public:
     /// Both must outlive this.

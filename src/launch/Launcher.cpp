@@ -16,12 +16,10 @@ namespace kavendra {
 namespace {
 
 /// Fails with the standard error of a program that did not succeed, with `name` when that is not UTF-8.
-Result<void> successOf(const Result<ProgramOutcome>& outcome, const std::string& name) {
-    if (!outcome)
-        return std::unexpected(outcome.error());
-    if (outcome->succeeded)
+Result<void> successOf(const ProgramOutcome& outcome, const std::string& name) {
+    if (outcome.succeeded)
         return {};
-    const std::string& text = outcome->standardError;
+    const std::string& text = outcome.standardError;
     return LaunchError::scriptExecutionFailed(isValidUTF8(text) ? trimmed(text) : std::string_view(name));
 }
 
@@ -31,6 +29,10 @@ ActionOutcome outcomeOf(const Result<void>& done, std::string message) {
     if (!done)
         return std::unexpected(done.error());
     return message;
+}
+
+ActionOutcome outcomeOfProgram(const ActionSuccess& action) {
+    return outcomeOf(successOf(action.program.get(), action.programPath), action.message);
 }
 
 Launcher::Launcher(Desktop& desktop, Processes& processes, LogLine appendLogLine)
@@ -94,13 +96,20 @@ Result<void> Launcher::startProgram(const std::string& command, std::string_view
     return m_processes.start(*executable, *arguments);
 }
 
-Result<void> Launcher::runProgramAndWait(const std::string& executable,
-                                         const std::vector<std::string>& arguments) {
-    return successOf(m_processes.runAndWait(executable, arguments), executable);
+ActionOutcome Launcher::runProgram(const std::string& executable, const std::vector<std::string>& arguments,
+                                   std::string message) {
+    Result<RunningProgram> program = m_processes.run(executable, arguments);
+    if (!program)
+        return std::unexpected(std::move(program.error()));
+    ActionSuccess started(std::move(message));
+    started.program = std::move(*program);
+    started.programPath = executable;
+    return started;
 }
 
 Result<void> Launcher::openTerminal(const std::string& directory) {
-    return successOf(m_desktop.openTerminal(directory), directory);
+    const Result<ProgramOutcome> outcome = m_desktop.openTerminal(directory);
+    return outcome ? successOf(*outcome, directory) : std::unexpected(outcome.error());
 }
 
 } // namespace kavendra

@@ -8,13 +8,28 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kavendra {
 
-/// How an action that a person chose ended: the status message, also when there was nothing to act on, or the
-/// failure to report.
-using ActionOutcome = Result<std::string>;
+/// An action that a person chose and that did not fail.
+struct ActionSuccess {
+    ActionSuccess(const char* message) : message(message) {}
+    ActionSuccess(std::string message) : message(std::move(message)) {}
+
+    std::string message; ///< for the status line, also when there was nothing to act on
+    /// The program whose success the message reports; invalid when there is none.
+    RunningProgram program = {};
+    std::string programPath = {};
+};
+
+/// How an action ended, or the failure to report.
+using ActionOutcome = Result<ActionSuccess>;
+
+/// Waits for the program of an action. Returns the message, or scriptExecutionFailed when the program did not
+/// exit with 0; the payload is its standard error, or its path when that is not UTF-8.
+ActionOutcome outcomeOfProgram(const ActionSuccess& action);
 
 /// Returns `message` when `done` succeeded, else its failure.
 ActionOutcome outcomeOf(const Result<void>& done, std::string message);
@@ -23,7 +38,8 @@ ActionOutcome outcomeOf(const Result<void>& done, std::string message);
 using LogLine = std::function<void(std::string_view)>;
 
 /// Launches items and opens what they name. Failures are those of LaunchErrors.h, or the system's error when
-/// a program cannot be started.
+/// a program cannot be started. The functions may be called on any thread, at the same time; they wait for
+/// file systems and for the desktop.
 class Launcher {
 public:
     /// `desktop` and `processes` must outlive this. `appendLogLine` gets the failures that are only logged.
@@ -41,13 +57,13 @@ public:
     /// Shows a directory in the file manager. Fails with failedToOpenInFinder.
     Result<void> showDirectoryInFinder(const std::string& path);
 
-    /// Runs a program and waits for its end; nothing is split, searched or expanded. Fails with
-    /// scriptExecutionFailed when it does not exit with 0; the payload is its standard error, or its path
-    /// when that is not UTF-8.
-    Result<void> runProgramAndWait(const std::string& executable, const std::vector<std::string>& arguments);
+    /// Starts a program that is to be waited for, see outcomeOfProgram; nothing is split, searched or
+    /// expanded. `message` reports its success.
+    ActionOutcome runProgram(const std::string& executable, const std::vector<std::string>& arguments,
+                             std::string message);
 
-    /// Opens a terminal in a directory. Fails like runProgramAndWait where the system waits for the program
-    /// that opens it.
+    /// Opens a terminal in a directory. Fails with scriptExecutionFailed where the system waits for the
+    /// program that opens it and that fails.
     Result<void> openTerminal(const std::string& directory);
 
 private:

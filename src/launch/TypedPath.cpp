@@ -16,6 +16,12 @@ std::string_view withoutQuotes(std::string_view text) {
     return text.substr(0, text.find_last_not_of(quotes) + 1);
 }
 
+/// Returns the path that a configured action opens.
+std::optional<std::string> targetOf(const SearchPathAction& action, std::string_view searchText) {
+    return action.targetType == SearchPathActionTargetType::file ? typedPathFileOf(searchText)
+                                                                 : typedPathDirectoryOf(searchText);
+}
+
 } // namespace
 
 std::optional<std::string> existingPathOf(std::string_view text) {
@@ -78,22 +84,19 @@ ActionOutcome TypedPathActions::copyFileName(std::string_view searchText) {
     return "Copied filename";
 }
 
-bool TypedPathActions::canRun(const SearchPathAction& action) const {
-    return resolveExecutable(action.binaryPath, m_processes.variable("PATH")).has_value();
+bool TypedPathActions::canRun(const SearchPathAction& action, std::string_view searchText) const {
+    return targetOf(action, searchText) && resolveExecutable(action.binaryPath, m_processes.variable("PATH"));
 }
 
 ActionOutcome TypedPathActions::run(const SearchPathAction& action, std::string_view searchText) {
     const std::string targetWord = lowercased(storedText(action.targetType));
-    const auto target = action.targetType == SearchPathActionTargetType::file
-                            ? typedPathFileOf(searchText)
-                            : typedPathDirectoryOf(searchText);
+    const auto target = targetOf(action, searchText);
     if (!target)
         return "No " + targetWord + " to open";
     const auto program = resolveExecutable(action.binaryPath, m_processes.variable("PATH"));
     if (!program)
         return action.appName + " command not found";
-    return outcomeOf(m_launcher.runProgramAndWait(*program, {*target}),
-                     "Opened " + targetWord + " with " + action.appName);
+    return m_launcher.runProgram(*program, {*target}, "Opened " + targetWord + " with " + action.appName);
 }
 
 } // namespace kavendra

@@ -24,7 +24,7 @@ std::optional<std::string> typedPathFileOf(std::string_view searchText);
 std::optional<std::string> typedPathDirectoryOf(std::string_view searchText);
 
 /// The actions on the typed path. Each reports a status message that begins with "No" when the text does not
-/// name what it needs.
+/// name what it needs. They may be called on any thread, at the same time.
 class TypedPathActions {
 public:
     /// All three must outlive this.
@@ -37,9 +37,9 @@ public:
     ActionOutcome copyDirectory(std::string_view searchText);
     ActionOutcome copyFileName(std::string_view searchText);
 
-    /// Whether the program of a configured action exists.
-    bool canRun(const SearchPathAction& action) const;
-    /// Runs the program with the file or the directory and waits for its end.
+    /// Whether the text names the target of a configured action and the action's program exists.
+    bool canRun(const SearchPathAction& action, std::string_view searchText) const;
+    /// Starts the program with the file or the directory; it is to be waited for.
     ActionOutcome run(const SearchPathAction& action, std::string_view searchText);
 
 private:

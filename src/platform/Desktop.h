@@ -17,9 +17,10 @@ enum class StartupRegistrationStatus {
     notFound,         ///< no executable to start is known
 };
 
-/// What the desktop does for an application; one implementation per system. Every call waits for the
-/// desktop's answer, for at most two seconds where it comes over D-Bus. An error is the system's or the
-/// desktop's reason.
+/// What the desktop does for an application; one implementation per system. An error is the system's or the
+/// desktop's reason. The functions that open something, isApplication and copyText may be called on any
+/// thread, at the same time, and wait for the desktop's answer and for file systems; all others are for the
+/// window's thread.
 class Desktop {
 public:
     virtual ~Desktop() = default;

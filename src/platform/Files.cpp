@@ -158,6 +158,15 @@ Result<std::string> privateDirectory(const std::string& path) {
     return unique;
 }
 
+Result<FileDescriptor> unnamedTemporaryFile() {
+    std::string path = joinedPath(temporaryDirectory(), "kavendra-XXXXXX");
+    FileDescriptor file(mkostemp(path.data(), O_CLOEXEC));
+    if (!file)
+        return systemFailure(path, errno);
+    unlink(path.c_str());
+    return file;
+}
+
 Result<std::vector<std::string>> listDirectory(const std::string& path) {
     std::vector<std::string> names;
     const auto listed = attempt(path, [&](std::error_code& reason) {

@@ -39,6 +39,10 @@ Result<void> createDirectories(const std::string& path);
 /// of another user.
 Result<std::string> privateDirectory(const std::string& path);
 
+/// Creates a file without a name in the temporary directory, for reading and writing. Programs that are
+/// started do not inherit it.
+Result<FileDescriptor> unnamedTemporaryFile();
+
 /// Returns the names of all entries of a directory, also hidden ones, in no particular order.
 Result<std::vector<std::string>> listDirectory(const std::string& path);
 

@@ -42,6 +42,10 @@ std::string temporaryDirectory();
 /// Support.
 std::string applicationSupportDirectory();
 
+/// Returns the directory of the running program file, beside which its resources are. Empty when the system
+/// does not provide it.
+std::string programDirectory();
+
 /// Returns the absolute path that starts this program again: the running file, or the AppImage it was started
 /// from. Empty when the system does not provide it.
 std::string executablePath();

@@ -3,6 +3,7 @@
 #include "base/Result.h"
 
 #include <cstddef>
+#include <future>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,12 +16,15 @@ struct ProgramOutcome {
     std::string standardError; ///< at most Processes::maximumStandardError bytes
 };
 
+/// A program that was started; ready when it has ended.
+using RunningProgram = std::shared_future<ProgramOutcome>;
+
 /// Starts programs. A program gets exactly the environment passed to the constructor; a new session, so that
 /// it outlives kavendra and its terminal; default signal handling; and only the descriptors 0, 1 and 2. It is
 /// reaped when it ends. A path or an argument with a NUL byte fails with EINVAL.
 class Processes {
 public:
-    /// Bytes of standard error beyond this are read, so that the program does not block, and dropped.
+    /// Bytes of standard error beyond this are dropped.
     static constexpr std::size_t maximumStandardError = std::size_t{16} << 20;
 
     /// `environment`: entries of the form NAME=value. Sets SIGCHLD to its default handling if it was ignored,
@@ -45,11 +49,16 @@ public:
     virtual Result<void> start(const std::string& executable, const std::vector<std::string>& arguments,
                                const std::string& workingDirectory = {});
 
-    /// Runs a program until it exits and collects its standard error; standard output is inherited. Does not
-    /// wait for background processes of the program, even if they keep standard error open. Fails only when
+    /// Starts a program and collects its standard error until it exits; standard output is inherited. Does
+    /// not wait for background processes of the program. Standard error is an unnamed temporary file, not a
+    /// pipe, so that a program which outlives kavendra can go on writing. Fails with the system's reason when
     /// the program cannot be started.
-    virtual Result<ProgramOutcome> runAndWait(const std::string& executable,
-                                              const std::vector<std::string>& arguments);
+    virtual Result<RunningProgram> run(const std::string& executable,
+                                       const std::vector<std::string>& arguments);
+
+    /// Runs a program until it exits. Fails as run does.
+    Result<ProgramOutcome> runAndWait(const std::string& executable,
+                                      const std::vector<std::string>& arguments);
 
 private:
     std::vector<std::string> m_environment;

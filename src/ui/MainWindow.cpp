@@ -55,7 +55,8 @@ MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
       m_debugSummary(new ElidedLabel),
       m_errorDialog(new MessageDialog(this, {{QDialogButtonBox::Ok, translated("OK")}})),
       m_confirmationDialog(new MessageDialog(
-          this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}})) {
+          this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}})),
+      m_progressLine(new ProgressLine(this)) {
     setMinimumSize(minimumWindowSize);
     resize(defaultSize);
     layOut();
@@ -197,17 +198,22 @@ void MainWindow::chooseDataDirectory() {
         m_menus.changeDataDirectory(QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
 }
 
-void MainWindow::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (!std::exchange(m_hasAppeared, true))
-        m_content.appear();
-}
-
 // A dialog that opens before its window is painted is not placed over it by the window manager.
 void MainWindow::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     if (!std::exchange(m_isOnScreen, true))
         QMetaObject::invokeMethod(this, [this] { showDialogs(); }, Qt::QueuedConnection);
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    placeProgressLine();
+}
+
+/// Places the progress line over the lower edge of the search bar, so that it takes no room.
+void MainWindow::placeProgressLine() {
+    const int height = ProgressLine::height;
+    m_progressLine->setGeometry(0, m_searchBar->sizeHint().height() - height, width(), height);
 }
 
 void MainWindow::changeEvent(QEvent* event) {
@@ -227,8 +233,11 @@ void MainWindow::showState() {
     const ContentViewState& state = m_content.state();
     m_searchBar->searchField().showText(state.searchText);
     m_searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
-    m_searchBar->folderButton().setVisible(m_menus.hasTypedPath());
+    m_searchBar->folderButton().setVisible(state.hasTypedPath);
     m_table->showState(state);
+    m_progressLine->showProgress(state.isLoading  ? translated("Loading launch items")
+                                 : state.isActing ? translated("Opening")
+                                                  : QString());
     m_itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     m_itemCount->setLayoutDirection(naturalDirection(m_itemCount->text()));
     m_statusMessage->showText(state.lastActionMessage);

@@ -5,6 +5,7 @@
 #include "ui/ElidedLabel.h"
 #include "ui/ItemTable.h"
 #include "ui/MessageDialog.h"
+#include "ui/ProgressLine.h"
 #include "ui/SearchBar.h"
 
 #include <QWidget>
@@ -23,8 +24,8 @@ public:
     void comeForward(const std::string& activationToken);
 
 protected:
-    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
@@ -36,6 +37,7 @@ private:
     void connectDialogs();
     void showState();
     void showDialogs();
+    void placeProgressLine();
     void applyColors();
     void moveSelection(int offset);
     void chooseDataDirectory();
@@ -50,8 +52,8 @@ private:
     ElidedLabel* m_debugSummary;
     MessageDialog* m_errorDialog;
     MessageDialog* m_confirmationDialog;
-    bool m_hasAppeared = false; ///< ContentView::appear was called
-    bool m_isOnScreen = false;  ///< painted at least once
+    ProgressLine* m_progressLine;
+    bool m_isOnScreen = false; ///< painted at least once
 };
 
 } // namespace kavendra

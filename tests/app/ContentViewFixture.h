@@ -4,6 +4,7 @@
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/RecordingDesktop.h"
 #include "tests/support/RecordingProcesses.h"
+#include "tests/support/TestExecutors.h"
 
 namespace kavendra {
 
@@ -31,6 +32,12 @@ protected:
         configuration.write("data/items.csv", header + rows);
     }
 
+    /// Starts as the program does.
+    void start() {
+        content.start();
+        content.appear();
+    }
+
     std::string status() const { return state().lastActionMessage; }
     std::string dialogText() const { return state().errorDialogMessage.value_or("no dialog"); }
     std::string log() const { return configuration.read("log/kavendra.log"); }
@@ -49,7 +56,9 @@ protected:
     TemporaryDirectory configuration;
     RecordingDesktop desktop;
     RecordingProcesses processes{{"PATH=" + configuration.path()}};
-    ContentView content{desktop, processes, configuration.path(), configuration.path("Built-in.csv")};
+    HoldingExecutor executor; ///< holds nothing until isHolding is set
+    ContentView content{desktop, processes, executor, configuration.path(),
+                        configuration.path("Built-in.csv")};
 };
 
 } // namespace kavendra

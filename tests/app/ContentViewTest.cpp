@@ -21,6 +21,8 @@ TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
     EXPECT_EQ(status(), "No item launched");
     EXPECT_TRUE(state().items->list.empty());
     EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
+    writeItems("");
+    start();
     content.launchSelected();
     EXPECT_EQ(status(), "No item selected");
     EXPECT_EQ(dialogText(), "no dialog");
@@ -28,7 +30,7 @@ TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
 
 TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
     desktop.startupStatus = StartupRegistrationStatus::enabled;
-    content.appear();
+    start();
     EXPECT_EQ(status(), "Loaded 3 items");
     EXPECT_EQ(selectedTitle(), "alpha");
     EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
@@ -38,14 +40,14 @@ TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
 
 TEST_F(ContentViewTest, missingDataDirectoryIsCreatedAndEmpty) {
     std::filesystem::remove_all(configuration.path("data"));
-    content.appear();
+    start();
     EXPECT_EQ(status(), "No launch items found in " + configuration.path("data"));
     EXPECT_EQ(dialogText(), "no dialog");
     EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
 }
 
 TEST_F(ContentViewTest, searchTextFiltersAndKeepsTheSelectionVisible) {
-    content.appear();
+    start();
     content.select(lastSelection(content.filteredItems()));
     EXPECT_EQ(selectedTitle(), "gamma");
     content.setSearchText("common");
@@ -60,7 +62,7 @@ TEST_F(ContentViewTest, searchTextFiltersAndKeepsTheSelectionVisible) {
 }
 
 TEST_F(ContentViewTest, moveSelectionStopsAtBothEnds) {
-    content.appear();
+    start();
     moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "alpha");
     moveSelection(+1);
@@ -83,7 +85,7 @@ TEST_F(ContentViewTest, moveSelectionStopsAtBothEnds) {
 }
 
 TEST_F(ContentViewTest, launchReportsSuccessOrFailure) {
-    content.appear();
+    start();
     const std::string logBefore = log();
     content.launchSelected();
     EXPECT_THAT(desktop.calls, ElementsAre("openURL https://a.example/"));
@@ -100,7 +102,7 @@ TEST_F(ContentViewTest, launchReportsSuccessOrFailure) {
 }
 
 TEST_F(ContentViewTest, failedReloadClearsTheItems) {
-    content.appear();
+    start();
     const auto firstID = state().selectedItemID;
     writeItems("\"open");
     content.reloadData();
@@ -118,7 +120,7 @@ TEST_F(ContentViewTest, failedReloadClearsTheItems) {
 TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
     configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
     configuration.write("kavendra-state.json", "[");
-    content.appear();
+    start();
     EXPECT_EQ(dialogText(), "State file is invalid: " + configuration.path("kavendra-state.json"));
     EXPECT_TRUE(state().appSettings.showDebugSummary);
     configuration.write("kavendra-settings.json", "{}");
@@ -131,7 +133,7 @@ TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadThatReachesIt) {
     std::filesystem::create_directories(configuration.path("log"));
     configuration.write("log/kavendra.log", "previous run\n");
     configuration.write("kavendra-state.json", "[");
-    content.appear(); // fails before the log is emptied
+    start(); // fails before the log is emptied
     EXPECT_THAT(log(), testing::StartsWith("previous run\n["));
     configuration.write("kavendra-state.json", "{}");
     content.reloadData();
@@ -139,7 +141,7 @@ TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadThatReachesIt) {
 }
 
 TEST_F(ContentViewTest, failedLogWriteIsAddedToTheStatus) {
-    content.appear();
+    start();
     std::filesystem::remove_all(configuration.path("log"));
     configuration.write("log", "a file");
     moveSelection(+1);
@@ -147,15 +149,15 @@ TEST_F(ContentViewTest, failedLogWriteIsAddedToTheStatus) {
     EXPECT_EQ(status(), "Command not found: missing-program | Log write failed");
     EXPECT_EQ(dialogText(), "Command not found: missing-program");
 
-    ContentView next(desktop, processes, configuration.path(), "");
-    next.appear();
+    ContentView next(desktop, processes, executor, configuration.path(), "");
+    next.start();
     const std::string reason = configuration.path("log") + ": Not a directory";
     EXPECT_EQ(next.state().errorDialogMessage, reason);
     EXPECT_EQ(next.state().lastActionMessage, reason + " | Log write failed");
 }
 
 TEST_F(ContentViewTest, columnWidthIsAdoptedOnlyIfItWasWritten) {
-    content.appear();
+    start();
     content.updateColumnWidth("Title", 150.4);
     EXPECT_EQ(state().appState.columnWidths.at("Title"), 150);
     const std::string written = configuration.read("kavendra-state.json");

@@ -22,7 +22,7 @@ protected:
         for (const char* file : {"notes.txt", "Book.XLSX", "tool"})
             configuration.write(file, "");
         chmod(tool.c_str(), 0755);
-        content.appear();
+        start();
         using enum SearchPathActionTargetType;
         LaunchSettings settings = state().appSettings;
         settings.searchPathActions = {
@@ -69,7 +69,7 @@ protected:
 
     const std::string home = configuration.path(), folder = home + "/folder", inner = folder + "/inner",
                       notes = home + "/notes.txt", tool = home + "/tool", excel = home + "/Excel.app";
-    WindowMenus menus{content, desktop, processes, excel};
+    WindowMenus menus{content, desktop, processes, executor, excel};
 };
 
 } // namespace

@@ -18,13 +18,13 @@ using testing::EndsWith;
 
 class WindowMenusTest : public ContentViewFixture {
 protected:
-    WindowMenusTest() { content.appear(); }
+    WindowMenusTest() { start(); }
 
     void chooseSetting(const std::string& title) {
         choose(menus.settingsMenu([] {}), title);
     }
 
-    WindowMenus menus{content, desktop, processes};
+    WindowMenus menus{content, desktop, processes, executor};
 };
 
 } // namespace

@@ -24,8 +24,10 @@ protected:
     }
 
     /// Returns the message or, after "! ", the failure, and the calls made since the last call of this.
-    std::string text(const ActionOutcome& outcome) {
-        std::string text = outcome ? *outcome : "! " + outcome.error().description;
+    std::string text(ActionOutcome outcome) {
+        if (outcome && outcome->program.valid())
+            outcome = outcomeOfProgram(*outcome);
+        std::string text = outcome ? outcome->message : "! " + outcome.error().description;
         for (auto* calls : {&desktop.calls, &processes.calls})
             for (const std::string& call : std::exchange(*calls, {}))
                 text += "; " + call;

@@ -27,7 +27,7 @@ protected:
     }
 
     std::string runAndWait(const std::vector<std::string>& arguments = {}) {
-        return text(outcomeOf(launcher.runProgramAndWait("/bin/x", arguments), "success"));
+        return text(launcher.runProgram("/bin/x", arguments, "success"));
     }
 
     const std::string app = home.path("Browser.app");

@@ -21,10 +21,14 @@ public:
         return startResult;
     }
 
-    Result<ProgramOutcome> runAndWait(const std::string& executable,
-                                      const std::vector<std::string>& arguments) override {
+    Result<RunningProgram> run(const std::string& executable,
+                               const std::vector<std::string>& arguments) override {
         calls.push_back("run " + commandLine(executable, arguments));
-        return runResult;
+        if (!runResult)
+            return std::unexpected(runResult.error());
+        std::promise<ProgramOutcome> outcome;
+        outcome.set_value(*runResult);
+        return outcome.get_future().share();
     }
 
     std::vector<std::string> calls;

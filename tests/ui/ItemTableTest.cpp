@@ -31,7 +31,7 @@ protected:
             return Menu{{.title = item.title + ", " + std::string(name)}};
         };
         table.generalMenuProvider = [] { return Menu{{.title = "general"}}; };
-        content.appear();
+        start();
         table.resize(1300, 300);
         table.show();
         table.showState(state());

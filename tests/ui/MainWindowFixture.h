@@ -11,6 +11,7 @@ namespace kavendra {
 class MainWindowFixture : public ContentViewFixture {
 protected:
     MainWindowFixture() {
+        start();
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
     }
@@ -19,7 +20,7 @@ protected:
 
     using Calls = std::vector<std::string>;
 
-    WindowMenus menus{content, desktop, processes};
+    WindowMenus menus{content, desktop, processes, executor};
     MainWindow window{content, menus};
     SearchField& field = *window.findChild<SearchField*>();
     ItemTable& table = *window.findChild<ItemTable*>();

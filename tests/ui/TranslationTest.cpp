@@ -30,8 +30,8 @@ TEST_F(TranslationTest, menusAndWindowAreShownInJapanese) {
     QLocale::setDefault(QLocale("ja_JP"));
     installTranslations();
     QLocale::setDefault(QLocale::c());
-    WindowMenus menus(content, desktop, processes);
-    content.appear();
+    WindowMenus menus(content, desktop, processes, executor);
+    start();
     content.setSearchText("/");
     expectTranslated(menus.settingsMenu([] {}));
     expectTranslated(menus.typedPathMenu());

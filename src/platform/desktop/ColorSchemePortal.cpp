@@ -40,6 +40,14 @@ std::uint32_t colorSchemeInReply(GVariant* reply) {
                                             : 0;
 }
 
+/// Waits for the answer for at most 0.1 s; returns 0 when there is none.
+std::uint32_t readNow(GDBusConnection* bus) {
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus, portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, firstAnswerTimeoutMilliseconds, nullptr, nullptr));
+    return reply ? colorSchemeInReply(reply.get()) : 0;
+}
+
 /// Returns the color scheme in a SettingChanged signal, nothing for another setting.
 std::optional<std::uint32_t> colorSchemeInSignal(GVariant* parameters) {
     if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(ssv)")))
@@ -56,13 +64,13 @@ std::optional<std::uint32_t> colorSchemeInSignal(GVariant* parameters) {
 
 // The signal and the name watch are set up before the first read, so no change is missed between them. The
 // name watch also reports a portal that runs already, and the read that follows covers one too slow for
-// readNow.
+// the first.
 ColorSchemePortal::ColorSchemePortal(std::function<void()> changed)
     : m_changed(std::move(changed)), m_bus(sessionBus()), m_cancellable(g_cancellable_new()) {
     if (!m_bus)
         return;
     subscribe();
-    readNow();
+    m_firstAnswer = std::async([bus = m_bus.get()] { return readNow(bus); });
 }
 
 ColorSchemePortal::~ColorSchemePortal() {
@@ -91,14 +99,6 @@ void ColorSchemePortal::subscribe() {
         nullptr, this, nullptr);
 }
 
-void ColorSchemePortal::readNow() {
-    const GVariantHandle reply(g_dbus_connection_call_sync(
-        m_bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, firstAnswerTimeoutMilliseconds, nullptr, nullptr));
-    if (reply)
-        m_colorScheme = colorSchemeInReply(reply.get());
-}
-
 void ColorSchemePortal::readAsynchronously() {
     g_dbus_connection_call(
         m_bus.get(), portalName, portalPath, portalInterface, "Read", readArguments(), nullptr,
@@ -113,11 +113,14 @@ void ColorSchemePortal::readAsynchronously() {
 }
 
 void ColorSchemePortal::adopt(std::uint32_t colorScheme) {
+    m_firstAnswer = {};
     if (std::exchange(m_colorScheme, colorScheme) != colorScheme)
         m_changed();
 }
 
-Appearance ColorSchemePortal::preferred() const {
+Appearance ColorSchemePortal::preferred() {
+    if (m_firstAnswer.valid())
+        m_colorScheme = m_firstAnswer.get();
     return m_colorScheme == prefersDark    ? Appearance::dark
            : m_colorScheme == prefersLight ? Appearance::light
                                            : Appearance::system;

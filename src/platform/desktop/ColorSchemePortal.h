@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <future>
 
 namespace kavendra {
 
@@ -16,20 +17,20 @@ namespace kavendra {
 /// followed.
 class ColorSchemePortal {
 public:
-    /// Waits for the setting for at most 0.1 s, so that the first window is painted in its final colours. The
-    /// answer of a slower portal, or of one that starts later, counts as a change. `changed` is called when
-    /// the setting has changed.
+    /// Asks for the setting without waiting. `changed` is called when it has changed after the first call of
+    /// preferred(). The answer of a portal that needs longer than 0.1 s, or that starts later, counts as a
+    /// change.
     explicit ColorSchemePortal(std::function<void()> changed);
     ~ColorSchemePortal();
     ColorSchemePortal(const ColorSchemePortal&) = delete;
     ColorSchemePortal& operator=(const ColorSchemePortal&) = delete;
 
-    /// Returns `system` if there is no preference or no portal.
-    Appearance preferred() const;
+    /// Returns `system` if there is no preference or no portal. The first call waits for the answer until 0.1
+    /// s after the construction, so that the first window is painted in its final colours.
+    Appearance preferred();
 
 private:
     void subscribe();
-    void readNow();
     void readAsynchronously();
     void adopt(std::uint32_t colorScheme);
 
@@ -38,7 +39,8 @@ private:
     GObjectHandle<GCancellable> m_cancellable; ///< of asynchronous reads
     guint m_subscription = 0;
     guint m_nameWatch = 0;
-    std::uint32_t m_colorScheme = 0; ///< as the portal defines it: 0 no preference, 1 dark, 2 light
+    std::future<std::uint32_t> m_firstAnswer; ///< invalid once it was used
+    std::uint32_t m_colorScheme = 0;          ///< as the portal defines it: 0 no preference, 1 dark, 2 light
 };
 
 } // namespace kavendra

@@ -15,6 +15,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <future>
+#include <memory>
 
 namespace kavendra {
 
@@ -66,14 +68,14 @@ Result<void> resultOf(GError* error) {
     return std::unexpected(std::move(failure));
 }
 
-Result<void> launch(GDesktopAppInfo* application, const std::string& uri, GAppLaunchContext* context) {
-    GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // not modified
-    // Only the "as manager" variant calls a function in the new process. Without G_SPAWN_DO_NOT_REAP_CHILD
-    // the program becomes a child of the init process, which reaps it.
-    GError* error = nullptr;
-    g_desktop_app_info_launch_uris_as_manager(application, &uris, context, G_SPAWN_SEARCH_PATH, detach,
-                                              nullptr, nullptr, nullptr, &error);
-    return resultOf(error);
+/// Runs `function` on the window's thread and waits for its result. Must not be called on that thread.
+template <typename Function>
+auto onWindowThread(Executor& executor, Function function) {
+    using Value = decltype(function());
+    const auto promise = std::make_shared<std::promise<Value>>();
+    std::future<Value> result = promise->get_future();
+    executor.post([promise, function = std::move(function)] { promise->set_value(function()); });
+    return result.get();
 }
 
 /// Returns the default application for an address, null when there is none.
@@ -87,17 +89,6 @@ GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
         application.reset(g_file_query_default_handler(file.get(), nullptr, nullptr));
     }
     return application;
-}
-
-Result<void> openWithDefaultApplication(const std::string& uri, const std::vector<std::string>& environment) {
-    const GObjectHandle<GAppLaunchContext> context = launchContext(environment);
-    const GObjectHandle<GAppInfo> application = defaultApplication(uri);
-    if (application && G_IS_DESKTOP_APP_INFO(application.get()))
-        return launch(G_DESKTOP_APP_INFO(application.get()), uri, context.get());
-    // In a sandbox there may be no application but a portal, which this function calls.
-    GError* error = nullptr;
-    g_app_info_launch_default_for_uri(uri.c_str(), context.get(), &error);
-    return resultOf(error);
 }
 
 /// Calls ShowFolders of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"); `uri`
@@ -131,20 +122,48 @@ GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
 
 } // namespace
 
-FreedesktopDesktop::FreedesktopDesktop(Processes& processes) : m_processes(processes) {}
+FreedesktopDesktop::FreedesktopDesktop(Processes& processes, Executor& executor)
+    : m_processes(processes), m_executor(executor),
+      m_portal(std::make_unique<ColorSchemePortal>([this] { updatePalette(); })) {}
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
+
+Result<void> FreedesktopDesktop::launch(GDesktopAppInfo* application, const std::string& uri) {
+    return onWindowThread(m_executor, [&] {
+        const GObjectHandle<GAppLaunchContext> context = launchContext(m_processes.programEnvironment());
+        GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // not modified
+        // Only the "as manager" variant calls a function in the new process. Without
+        // G_SPAWN_DO_NOT_REAP_CHILD the program becomes a child of the init process, which reaps it.
+        GError* error = nullptr;
+        g_desktop_app_info_launch_uris_as_manager(application, &uris, context.get(), G_SPAWN_SEARCH_PATH,
+                                                  detach, nullptr, nullptr, nullptr, &error);
+        return resultOf(error);
+    });
+}
+
+/// Opens an address with its default application.
+Result<void> FreedesktopDesktop::openURI(const std::string& uri) {
+    const GObjectHandle<GAppInfo> application = defaultApplication(uri);
+    if (application && G_IS_DESKTOP_APP_INFO(application.get()))
+        return launch(G_DESKTOP_APP_INFO(application.get()), uri);
+    // In a sandbox there may be no application but a portal, which this function calls.
+    const GObjectHandle<GAppLaunchContext> context =
+        onWindowThread(m_executor, [&] { return launchContext(m_processes.programEnvironment()); });
+    GError* error = nullptr;
+    g_app_info_launch_default_for_uri(uri.c_str(), context.get(), &error);
+    return resultOf(error);
+}
 
 Result<void> FreedesktopDesktop::openURL(const std::string& url) {
     if (containsNUL(url))
         return systemFailure(url, EINVAL);
-    return openWithDefaultApplication(url, m_processes.programEnvironment());
+    return openURI(url);
 }
 
 Result<void> FreedesktopDesktop::openFile(const std::string& path) {
     if (!exists(path))
         return systemFailure(path, ENOENT);
-    return openWithDefaultApplication(fileURL(path), m_processes.programEnvironment());
+    return openURI(fileURL(path));
 }
 
 bool FreedesktopDesktop::isApplication(const std::string& path) {
@@ -159,7 +178,7 @@ Result<void> FreedesktopDesktop::openURLWithApplication(const std::string& url,
     // GLib would start an application that takes no addresses without the address.
     if (!g_app_info_supports_uris(G_APP_INFO(application.get())))
         return systemFailure(applicationPath, ENOTSUP);
-    return launch(application.get(), url, launchContext(m_processes.programEnvironment()).get());
+    return launch(application.get(), url);
 }
 
 Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
@@ -168,7 +187,7 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
     const std::string uri = fileURL(path);
     if (showInFileManager(uri))
         return {};
-    return openWithDefaultApplication(uri, m_processes.programEnvironment());
+    return openURI(uri);
 }
 
 Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
@@ -189,8 +208,6 @@ void FreedesktopDesktop::copyText(const std::string& text) {
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {
     m_appearance = appearance;
-    if (appearance == Appearance::system && !m_portal)
-        m_portal = std::make_unique<ColorSchemePortal>([this] { updatePalette(); });
     updatePalette();
 }
 

@@ -1,20 +1,25 @@
 #pragma once
 
+#include "base/Executor.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
 
 #include <memory>
+
+typedef struct _GDesktopAppInfo GDesktopAppInfo; // of GIO
 
 namespace kavendra {
 
 class ColorSchemePortal;
 
 /// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals.
-/// Programs it starts get the environment of `processes` and a new session, and leave no zombie.
+/// Programs it starts get the environment of `processes` and a new session, and leave no zombie. GIO starts
+/// them on the window's thread, because that reads this process's environment; what may wait for a file
+/// system is done before on the calling thread.
 class FreedesktopDesktop : public Desktop {
 public:
-    /// `processes` must outlive this.
-    explicit FreedesktopDesktop(Processes& processes);
+    /// Both must outlive this.
+    FreedesktopDesktop(Processes& processes, Executor& executor);
     ~FreedesktopDesktop() override;
 
     Result<void> openURL(const std::string& url) override;
@@ -37,10 +42,13 @@ public:
 
 private:
     void updatePalette() const;
+    Result<void> openURI(const std::string& uri);
+    Result<void> launch(GDesktopAppInfo* application, const std::string& uri);
 
     Processes& m_processes;
+    Executor& m_executor;
     Appearance m_appearance = Appearance::system;
-    std::unique_ptr<ColorSchemePortal> m_portal; ///< created when it is first needed
+    std::unique_ptr<ColorSchemePortal> m_portal;
 };
 
 } // namespace kavendra

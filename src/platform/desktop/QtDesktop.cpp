@@ -121,7 +121,9 @@ void applyAppearance(Appearance appearance) {
 
 void putOnClipboard(const std::string& text) {
     if (hasApplication())
-        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [content = QString::fromStdString(text)] {
+            QGuiApplication::clipboard()->setText(content);
+        });
 }
 
 } // namespace kavendra

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Executor.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
 
@@ -10,8 +11,9 @@
 /// The desktop and the running instance of the system that this program was built for.
 namespace kavendra {
 
-/// Returns the desktop. Programs that it starts get the environment of `processes`, which must outlive it.
-std::unique_ptr<Desktop> makeDesktop(Processes& processes);
+/// Returns the desktop. Programs that it starts get the environment of `processes`. Both arguments must
+/// outlive it.
+std::unique_ptr<Desktop> makeDesktop(Processes& processes, Executor& executor);
 
 /// The kavendra of a session; there is at most one.
 class RunningInstance {

@@ -36,6 +36,10 @@ std::string applicationSupportDirectory() {
     return joinedPath(homeDirectory(), ".config");
 }
 
+std::string programDirectory() {
+    return std::string(parentPath(runningFile()));
+}
+
 std::string executablePath() {
     std::string file = runningFile();
     // An AppImage is mounted at $APPDIR only while it runs. Programs that another AppImage starts inherit its

@@ -11,6 +11,10 @@ std::string applicationSupportDirectory() {
     return joinedPath(homeDirectory(), "Library/Application Support");
 }
 
+std::string programDirectory() {
+    return std::string(parentPath(executablePath()));
+}
+
 std::string executablePath() {
     std::uint32_t size = 0;
     _NSGetExecutablePath(nullptr, &size); // fails and sets the required size

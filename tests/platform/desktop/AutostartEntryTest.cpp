@@ -5,6 +5,7 @@
 #include "platform/desktop/GLibHandles.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/ProcessTable.h"
+#include "tests/support/TestExecutors.h"
 
 #include <gio/gdesktopappinfo.h>
 #include <gtest/gtest.h>
@@ -85,7 +86,8 @@ TEST(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
     const TemporaryDirectory directory;
     setenv("XDG_CONFIG_HOME", directory.path("config").c_str(), 1);
     Processes processes({});
-    FreedesktopDesktop desktop(processes);
+    HoldingExecutor executor;
+    FreedesktopDesktop desktop(processes, executor);
     EXPECT_EQ(desktop.launchAtLoginStatus(), notRegistered);
     EXPECT_TRUE(desktop.disableLaunchAtLogin());
     EXPECT_TRUE(desktop.enableLaunchAtLogin());

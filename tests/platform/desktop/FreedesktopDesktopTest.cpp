@@ -3,6 +3,7 @@
 #include "tests/support/ProcessTable.h"
 #include "tests/support/TestBus.h"
 #include "tests/support/TestDesktop.h"
+#include "tests/support/TestExecutors.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -51,7 +52,8 @@ protected:
     TestDesktop& surroundings = *surroundingsOfAllTests->desktop;
     TemporaryDirectory directory;
     Processes processes{{"PATH=/usr/bin:/bin", "MARK=a = b"}};
-    FreedesktopDesktop desktop{processes};
+    HoldingExecutor executor;
+    FreedesktopDesktop desktop{processes, executor};
 };
 
 } // namespace
@@ -160,7 +162,7 @@ TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
     std::filesystem::create_directories(place);
     std::filesystem::create_directories(programs);
     Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
-    FreedesktopDesktop terminals(withTerminals);
+    FreedesktopDesktop terminals(withTerminals, executor);
     for (const std::string name : {"x-terminal-emulator", "xdg-terminal-exec"}) {
         std::filesystem::permissions(directory.write("programs/" + name, script),
                                      std::filesystem::perms::owner_all);

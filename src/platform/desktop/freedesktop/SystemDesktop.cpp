@@ -173,8 +173,8 @@ OwnerAnswer activateOwner(GDBusConnection* bus, Clock::time_point deadline) {
 
 } // namespace
 
-std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
-    return std::make_unique<FreedesktopDesktop>(processes);
+std::unique_ptr<Desktop> makeDesktop(Processes& processes, Executor& executor) {
+    return std::make_unique<FreedesktopDesktop>(processes, executor);
 }
 
 // Takes the name, or activates the process that owns it; starts over if that process exits meanwhile.

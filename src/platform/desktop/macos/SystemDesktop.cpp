@@ -4,7 +4,7 @@
 
 namespace kavendra {
 
-std::unique_ptr<Desktop> makeDesktop(Processes& processes) {
+std::unique_ptr<Desktop> makeDesktop(Processes& processes, Executor&) {
     return std::make_unique<MacDesktop>(processes);
 }
 
