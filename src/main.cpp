@@ -1,3 +1,4 @@
+#include "app/CommandLine.h"
 #include "app/ContentView.h"
 #include "app/WindowMenus.h"
 #include "config/SettingsFile.h"
@@ -92,6 +93,8 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
 
 int main(int argc, char* argv[]) {
     using namespace kavendra;
+    if (const auto status = exitStatusOfCommandLine(argc, argv))
+        return *status;
     // First, because libraries change the environment.
     Processes processes(programEnvironment());
     // Write errors (file size limit, closed pipe) are reported as errors instead of ending the process.
