@@ -292,13 +292,16 @@ void ContentView::changed() {
 }
 
 void ContentView::askForTypedPath() {
+    if (m_typedPathQuestions.isPending() && m_askedText == m_state.searchText)
+        return;
+    m_askedText = m_state.searchText;
     const auto adopt = [this](bool hasTypedPath) {
         if (std::exchange(m_state.hasTypedPath, hasTypedPath) != hasTypedPath)
             stateChanged();
     };
     if (!m_state.searchText.empty())
-        return m_typedPathQuestions.start(
-            [text = m_state.searchText] { return typedPathOf(text).has_value(); }, adopt);
+        return m_typedPathQuestions.start([text = m_askedText] { return typedPathOf(text).has_value(); },
+                                          adopt);
     m_typedPathQuestions.drop();
     adopt(false);
 }

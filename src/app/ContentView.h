@@ -153,6 +153,7 @@ private:
     Launcher m_launcher;
     NewestRequest m_loads{m_executor};
     NewestRequest m_typedPathQuestions{m_executor};
+    std::string m_askedText; ///< what the newest of these questions is about
     ActionNumber m_lastAction = 0;
     ActionNumber m_statusAction = 0; ///< the action that the status message is about
     int m_stepsInProgress = 0;

@@ -203,6 +203,18 @@ TEST_F(ContentViewOrderTest, typedPathFollowsTheNewestText) {
     EXPECT_TRUE(executor.held.empty());
 }
 
+TEST_F(ContentViewOrderTest, unansweredQuestionsAboutTypedPathsAreFew) {
+    startAndLoad();
+    content.setSearchText("/dead");
+    content.setStatus("a change of the state");
+    EXPECT_EQ(executor.held.size(), 1U) << "one for each text";
+    for (const char* text : {"/dead/", "/dead/a", "/dead/ab", "/dead/abc", "/"})
+        content.setSearchText(text);
+    EXPECT_EQ(executor.held.size(), 4U);
+    executor.releaseAll();
+    EXPECT_TRUE(state().hasTypedPath) << "the newest text";
+}
+
 TEST_F(ContentViewOrderTest, menuEntriesWithoutAnAnswerAreEnabled) {
     startAndLoad();
     WindowMenus menus(content, desktop, processes, executor);

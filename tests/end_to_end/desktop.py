@@ -2,13 +2,12 @@
 """The finished program in its desktop: starts of the program while it runs, and the desktop's light and dark.
 usage: tools/on-virtual-desktop tests/end_to_end/desktop.py PROGRAM"""
 
-import os
 import re
 import signal
 import subprocess
 from pathlib import Path
 
-from session import REPOSITORY, SECONDS_TO_WAIT, check, output_of, position, run, xdotool
+from session import REPOSITORY, check, output_of, position, run, xdotool
 
 LIGHT, DARK = "#FFFFFF", "#1E1E20"
 
@@ -19,22 +18,6 @@ def colour_becomes(s, what, colour):
         x, y = position("Launch items", 0.5, 0.95)
         return colour in output_of("import", "-window", "root", "-crop", f"1x1+{x}+{y}", "-depth", 8, "txt:-")
     s.eventually(what, is_shown)
-
-
-def minimise(s):
-    xdotool("windowminimize", s.window)
-    s.eventually("the window is minimised", lambda: "Iconic" in output_of("xprop", "-id", s.window, "WM_STATE"))
-
-
-def start_again(s, what):
-    """Starts the program while it runs: the second process ends by itself, without an error."""
-    environment = {**os.environ, "XDG_ACTIVATION_TOKEN": "token-of-the-second"}
-    ended = subprocess.run([s.program], timeout=SECONDS_TO_WAIT, check=False, env=environment)
-    check(what, ended.returncode == 0)
-
-
-def is_active(s):
-    return xdotool("getactivewindow") == [s.window]
 
 
 def follow_the_color_scheme(s):
@@ -53,30 +36,30 @@ def follow_the_color_scheme(s):
 
 
 def raise_the_running_window(s):
-    minimise(s)
-    start_again(s, "a second start ends")
-    s.eventually("it restores the minimised window", lambda: is_active(s))
+    s.minimise()
+    s.start_again("a second start ends")
+    s.eventually("it restores the minimised window", lambda: s.is_active())
     s.query("open safari")
     s.status_becomes("1 items | Loaded 12 items")
 
     s.start_helper("xev", "-name", "another window", stdout=subprocess.DEVNULL)
     xdotool("search", "--sync", "--onlyvisible", "--name", "^another window$", "windowactivate", "--sync")
-    check("another window is active", not is_active(s))
-    start_again(s, "a second start ends")
-    s.eventually("it activates the window", lambda: is_active(s))
+    check("another window is active", not s.is_active())
+    s.start_again("a second start ends")
+    s.eventually("it activates the window", lambda: s.is_active())
 
-    minimise(s)
+    s.minimise()
     s.process.send_signal(signal.SIGSTOP)
-    start_again(s, "a second start ends while the first process is stopped")
+    s.start_again("a second start ends while the first process is stopped")
     s.process.send_signal(signal.SIGCONT)
-    s.eventually("the window is restored when the first process continues", lambda: is_active(s))
+    s.eventually("the window is restored when the first process continues", lambda: s.is_active())
     s.quit()
 
 
 def keep_tokens_from_launched_programs(s):
     s.write_items(f"Program,{s.programs}/record,program,one")
     s.start(XDG_ACTIVATION_TOKEN="token-of-the-third", DESKTOP_STARTUP_ID="id_TIME1")
-    start_again(s, "a second start ends")
+    s.start_again("a second start ends")
     s.launch("one")
     s.starts("a program starts", "program")
     environment = Path(f"{s.record}.environ").read_bytes()

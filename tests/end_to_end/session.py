@@ -109,6 +109,20 @@ class Session:
         self.eventually("the program ends with its window", lambda: self.process.poll() is not None)
         check("the exit status is 0", self.process.returncode == 0)
 
+    def minimise(self):
+        xdotool("windowminimize", self.window)
+        self.eventually("the window is minimised",
+                        lambda: "Iconic" in output_of("xprop", "-id", self.window, "WM_STATE"))
+
+    def is_active(self):
+        return xdotool("getactivewindow") == [self.window]
+
+    def start_again(self, what):
+        """Starts the program while it runs: the second process ends by itself, without an error."""
+        environment = {**os.environ, "XDG_ACTIVATION_TOKEN": "token-of-the-second"}
+        ended = subprocess.run([self.program], timeout=SECONDS_TO_WAIT, check=False, env=environment)
+        check(what, ended.returncode == 0)
+
     def query(self, text):
         """Replaces the text of the search field, which has the focus."""
         press("ctrl+a")
