@@ -58,7 +58,7 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
                ThreadExecutor& executor) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kavendra"));
-    QApplication::setDesktopFileName(QStringLiteral("kavendra"));
+    QApplication::setDesktopFileName(QStringLiteral(KAVENDRA_APPLICATION_ID));
     QApplication::setWindowIcon(applicationIcon());
     installTranslations();
     EnterAutoRepeatFilter enterAutoRepeat;

@@ -1,6 +1,7 @@
 #include "platform/desktop/AutostartEntry.h"
 
 #include "base/TextDecoding.h"
+#include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/GLibHandles.h"
@@ -73,6 +74,12 @@ std::string execLine(const std::string& executable) {
                : "sh -c " + quotedArgument("exec \"$0\"") + " " + program;
 }
 
+std::string contentOf(GKeyFile* entry) {
+    gsize size = 0;
+    const GText content(g_key_file_to_data(entry, &size, nullptr));
+    return {content.get(), size};
+}
+
 bool isControlCharacter(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7f;
 }
@@ -80,7 +87,19 @@ bool isControlCharacter(char character) {
 } // namespace
 
 std::string autostartEntryPath() {
-    return joinedPath(applicationSupportDirectory(), "autostart/kavendra.desktop");
+    return joinedPath(applicationSupportDirectory(), "autostart/" KAVENDRA_APPLICATION_ID ".desktop");
+}
+
+void replaceOldAutostartEntry() {
+    const std::string path = autostartEntryPath();
+    const std::string oldPath = joinedPath(parentPath(path), "kavendra.desktop");
+    const KeyFile entry = readEntry(oldPath);
+    if (!entry)
+        return;
+    g_key_file_set_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_ICON, KAVENDRA_APPLICATION_ID);
+    // A failure keeps the old entry, which still starts the program, until the next start.
+    if (exists(path) || writeFileAtomically(path, contentOf(entry.get())))
+        static_cast<void>(removeFile(oldPath));
 }
 
 StartupRegistrationStatus autostartStatus(const std::string& entryPath, const std::string& executable) {
@@ -108,12 +127,10 @@ Result<std::string> autostartEntry(const std::string& executable) {
     set(G_KEY_FILE_DESKTOP_KEY_NAME, "kavendra");
     set(G_KEY_FILE_DESKTOP_KEY_COMMENT, "Start anything by a few words of its name");
     set(G_KEY_FILE_DESKTOP_KEY_EXEC, execLine(executable));
-    set(G_KEY_FILE_DESKTOP_KEY_ICON, "kavendra");
+    set(G_KEY_FILE_DESKTOP_KEY_ICON, KAVENDRA_APPLICATION_ID);
     g_key_file_set_boolean(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_TERMINAL, FALSE);
     g_key_file_set_boolean(entry.get(), group, gnomeEnabledKey, TRUE);
-    gsize size = 0;
-    const GText content(g_key_file_to_data(entry.get(), &size, nullptr));
-    return std::string(content.get(), size);
+    return contentOf(entry.get());
 }
 
 } // namespace kavendra

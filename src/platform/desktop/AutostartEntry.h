@@ -9,8 +9,11 @@
 /// (freedesktop.org, Desktop Application Autostart Specification).
 namespace kavendra {
 
-/// Returns the path of the entry: $XDG_CONFIG_HOME/autostart/kavendra.desktop.
+/// Returns the path of the entry in $XDG_CONFIG_HOME/autostart; it is named after the application id.
 std::string autostartEntryPath();
+
+/// Renames an entry registered by a version that had no application id; a newer entry takes precedence.
+void replaceOldAutostartEntry();
 
 /// Returns the status of the entry at `entryPath`; notFound if `executable`, the program to start, does not
 /// exist.

@@ -216,6 +216,7 @@ void FreedesktopDesktop::updatePalette() const {
 }
 
 StartupRegistrationStatus FreedesktopDesktop::launchAtLoginStatus() {
+    replaceOldAutostartEntry();
     return autostartStatus(autostartEntryPath(), executablePath());
 }
 

@@ -36,6 +36,7 @@ public:
     void copyText(const std::string& text) override;
     /// `system` follows the settings portal.
     void setAppearance(Appearance appearance) override;
+    /// First replaces an entry registered under an old name.
     StartupRegistrationStatus launchAtLoginStatus() override;
     Result<void> enableLaunchAtLogin() override;
     Result<void> disableLaunchAtLogin() override;

@@ -8,7 +8,7 @@
 namespace kavendra {
 
 std::string launchAgentPath() {
-    return joinedPath(homeDirectory(), "Library/LaunchAgents/kavendra.plist");
+    return joinedPath(homeDirectory(), "Library/LaunchAgents/" KAVENDRA_APPLICATION_ID ".plist");
 }
 
 StartupRegistrationStatus launchAgentStatus(const std::string& agentPath, const std::string& executable) {
@@ -23,7 +23,7 @@ std::string launchAgent(const std::string& executable) {
 <plist version="1.0">
 <dict>
 	<key>Label</key>
-	<string>kavendra</string>
+	<string>)" KAVENDRA_APPLICATION_ID R"(</string>
 	<key>ProgramArguments</key>
 	<array>
 		<string>)" +

@@ -8,7 +8,7 @@
 /// every system.
 namespace kavendra {
 
-/// Returns the path of the agent: ~/Library/LaunchAgents/kavendra.plist.
+/// Returns the path of the agent: in ~/Library/LaunchAgents; it is named after the application id.
 std::string launchAgentPath();
 
 /// Returns the status of the agent at `agentPath`; notFound if `executable`, the program to start, does not

@@ -93,7 +93,7 @@ TEST(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
     EXPECT_TRUE(desktop.enableLaunchAtLogin());
     EXPECT_EQ(desktop.launchAtLoginStatus(), enabled);
 
-    const std::string entry = "config/autostart/kavendra.desktop";
+    const std::string entry = "config/autostart/" KAVENDRA_APPLICATION_ID ".desktop";
     directory.write(entry, directory.read(entry) + "Hidden=true\n");
     EXPECT_EQ(desktop.launchAtLoginStatus(), requiresApproval);
     EXPECT_TRUE(desktop.enableLaunchAtLogin());
@@ -107,6 +107,37 @@ TEST(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
     EXPECT_EQ(desktop.enableLaunchAtLogin().error().description,
               directory.path("config/autostart") + ": Not a directory");
     EXPECT_FALSE(desktop.disableLaunchAtLogin());
+}
+
+TEST(AutostartEntry, replacesAnEntryUnderAnOldName) {
+    struct Case {
+        const char* name;
+        const char* oldKeys;
+        const char* newEntry; ///< content under the new name, null for none
+        StartupRegistrationStatus expected;
+    };
+    for (const auto& [name, oldKeys, newEntry, expected] : {
+             Case{"switched on", "", nullptr, enabled},
+             Case{"switched off", "Hidden=true\n", nullptr, requiresApproval},
+             Case{"beside a new one", "", "[Desktop Entry]\nHidden=true\n", requiresApproval},
+         }) {
+        const TemporaryDirectory directory;
+        setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1);
+        std::filesystem::create_directory(directory.path("autostart"));
+        const std::string oldEntry = directory.write(
+            "autostart/kavendra.desktop",
+            std::string("[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\nIcon=kavendra\n") +
+                oldKeys);
+        if (newEntry)
+            directory.write("autostart/" KAVENDRA_APPLICATION_ID ".desktop", newEntry);
+        Processes processes({});
+        HoldingExecutor executor;
+        FreedesktopDesktop desktop(processes, executor);
+        EXPECT_EQ(desktop.launchAtLoginStatus(), expected) << name;
+        EXPECT_FALSE(exists(oldEntry)) << name;
+        const std::string content = directory.read("autostart/" KAVENDRA_APPLICATION_ID ".desktop");
+        EXPECT_EQ(content.contains("Icon=" KAVENDRA_APPLICATION_ID), newEntry == nullptr) << content;
+    }
 }
 
 } // namespace kavendra

@@ -16,8 +16,8 @@ namespace {
 using namespace std::chrono_literals;
 using Clock = std::chrono::steady_clock;
 
-constexpr const char* name = "kavendra.Launcher";
-constexpr const char* path = "/kavendra/Launcher";
+constexpr const char* name = KAVENDRA_APPLICATION_ID;
+constexpr const char* path = "/org/kavendra/Kavendra";
 constexpr const char* interface = "org.freedesktop.Application";
 
 using Manner = TestService::Manner;

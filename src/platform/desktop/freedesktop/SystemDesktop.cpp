@@ -8,6 +8,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -15,8 +16,7 @@ namespace kavendra {
 
 namespace {
 
-constexpr const char* busName = "kavendra.Launcher";
-constexpr const char* objectPath = "/kavendra/Launcher";
+constexpr const char* busName = KAVENDRA_APPLICATION_ID;
 constexpr const char* interfaceName = "org.freedesktop.Application";
 constexpr const char* interfaceDescription = R"(
 <node>
@@ -37,6 +37,14 @@ constexpr const char* interfaceDescription = R"(
 </node>)";
 
 using Clock = std::chrono::steady_clock;
+
+/// Returns the path of the object: the bus name with slashes (Desktop Entry Specification, "D-Bus
+/// Activation").
+std::string objectPath() {
+    std::string path = std::string("/") + busName;
+    std::ranges::replace(path, '.', '/');
+    return path;
+}
 
 /// Returns a timeout for GIO, at least 1 ms (-1 would mean its default).
 int millisecondsUntil(Clock::time_point deadline) {
@@ -115,8 +123,8 @@ BusInstance::BusInstance(GObjectHandle<GDBusConnection> bus) : m_bus(std::move(b
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(interfaceDescription, nullptr);
     const GDBusInterfaceVTable methods{
         .method_call = handleCall, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-    m_registration = g_dbus_connection_register_object(m_bus.get(), objectPath, node->interfaces[0], &methods,
-                                                       this, nullptr, nullptr);
+    m_registration = g_dbus_connection_register_object(m_bus.get(), objectPath().c_str(), node->interfaces[0],
+                                                       &methods, this, nullptr, nullptr);
     g_dbus_node_info_unref(node);
 }
 
@@ -156,8 +164,9 @@ enum class OwnerAnswer { accepted, refused, exited };
 OwnerAnswer activateOwner(GDBusConnection* bus, Clock::time_point deadline) {
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus, busName, objectPath, interfaceName, "Activate", g_variant_new("(@a{sv})", ownPlatformData()),
-        nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, millisecondsUntil(deadline), nullptr, &error));
+        bus, busName, objectPath().c_str(), interfaceName, "Activate",
+        g_variant_new("(@a{sv})", ownPlatformData()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
+        millisecondsUntil(deadline), nullptr, &error));
     if (reply)
         return OwnerAnswer::accepted;
     const auto is = [error](GDBusError code) { return g_error_matches(error, G_DBUS_ERROR, code); };
