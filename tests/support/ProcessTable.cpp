@@ -36,7 +36,7 @@ bool hasZombieChild() {
 
 bool eventually(const std::function<bool()>& condition) {
     using namespace std::chrono_literals;
-    const auto deadline = std::chrono::steady_clock::now() + 5s;
+    const auto deadline = std::chrono::steady_clock::now() + 30s;
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;

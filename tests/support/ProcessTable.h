@@ -16,7 +16,7 @@ bool handlesSignalsByDefault(const std::string& text);
 /// Whether a child of this process has ended and was not reaped.
 bool hasZombieChild();
 
-/// Waits until the condition holds, for at most five seconds; returns whether it holds.
+/// Waits until the condition holds, for at most 30 seconds; returns whether it holds.
 bool eventually(const std::function<bool()>& condition);
 
 } // namespace kavendra

@@ -8,6 +8,7 @@
 #include <mutex>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace kavendra {
 
@@ -67,6 +68,7 @@ struct TestService::State {
     std::mutex mutex;
     std::string answer;
     std::vector<std::string> calls;
+    std::vector<GDBusMethodInvocation*> held; ///< calls that a hanging service has not answered
     std::thread thread;
 
     void provide();
@@ -83,7 +85,7 @@ void TestService::State::take(GVariant* parameters, GDBusMethodInvocation* invoc
     case Manner::refusing:
         return g_dbus_method_invocation_return_dbus_error(invocation, "org.example.Refused", "Not today");
     case Manner::hanging:
-        return g_object_unref(invocation);
+        return held.push_back(invocation);
     }
 }
 
@@ -127,6 +129,8 @@ TestService::~TestService() {
     g_source_attach(source, m_state->context);
     g_source_unref(source);
     m_state->thread.join();
+    for (GDBusMethodInvocation* call : m_state->held)
+        g_object_unref(call);
     g_dbus_connection_close_sync(m_state->connection.get(), nullptr, nullptr);
     g_main_loop_unref(m_state->loop);
     g_main_context_unref(m_state->context);
@@ -140,6 +144,12 @@ std::vector<std::string> TestService::calls() const {
 void TestService::setAnswer(const std::string& answer) {
     const std::lock_guard lock(m_state->mutex);
     m_state->answer = answer;
+}
+
+void TestService::answerHeldCalls() {
+    const std::lock_guard lock(m_state->mutex);
+    for (GDBusMethodInvocation* call : std::exchange(m_state->held, {}))
+        g_dbus_method_invocation_return_value(call, g_variant_new_parsed(m_state->answer.c_str()));
 }
 
 void TestService::sendSignal(const char* name, const std::string& parameters) {

@@ -42,7 +42,7 @@ public:
     enum class Manner {
         obliging,
         refusing, ///< answers with an error
-        hanging,  ///< takes calls and never answers
+        hanging,  ///< takes calls and does not answer before answerHeldCalls()
     };
 
     TestService(const TestBus& bus, const Description& description, Manner manner,
@@ -53,7 +53,8 @@ public:
 
     /// Returns the parameters of every call.
     std::vector<std::string> calls() const;
-    /// Sets the answer of an obliging service.
+    void answerHeldCalls();
+    /// Sets the answer to later calls.
     void setAnswer(const std::string& answer);
     /// Broadcasts a signal of the interface.
     void sendSignal(const char* name, const std::string& parameters);

@@ -15,8 +15,8 @@ public:
     /// Creates the desktop and changes the environment of this process to use it.
     TestDesktop();
 
-    /// Returns the record of all applications since the last forgetRecords; waits for the first line for at
-    /// most five seconds.
+    /// Returns the record of all applications since the last forgetRecords; waits for the first line as
+    /// eventually() does.
     std::string waitForRecord() const;
     /// Returns the record without waiting.
     std::string record() const { return m_directory.read("record"); }

@@ -43,7 +43,7 @@ public:
         g_dbus_connection_call(
             m_connection.get(), name, path, interface, method,
             g_variant_parse(nullptr, parameters, nullptr, nullptr, nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE,
-            5000, nullptr,
+            30'000, nullptr,
             [](GObject* source, GAsyncResult* result, gpointer outcome) {
                 const GVariantHandle reply(
                     g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
@@ -80,7 +80,7 @@ TEST(RunningInstance, secondProcessDoesNotWaitForAHangingOwner) {
     const TestService other(bus, otherInstance, Manner::hanging);
     const auto begin = Clock::now();
     EXPECT_FALSE(becomeRunningInstance());
-    EXPECT_LT(Clock::now() - begin, 2s);
+    EXPECT_LT(Clock::now() - begin, 20s) << "GIO itself would wait 25 s";
     EXPECT_EQ(other.calls().size(), 1U) << "it is activated when it answers again";
 }
 
@@ -89,15 +89,15 @@ TEST(RunningInstance, givesUpABusThatDoesNotAnswer) {
         TestBus bus;
         const auto connection = isConnected ? sessionBus() : nullptr;
         bus.stop();
-        auto begin = Clock::now();
+        const auto begin = Clock::now();
         auto instance = becomeRunningInstance();
         EXPECT_TRUE(instance);
-        EXPECT_LT(Clock::now() - begin, 1500ms);
-        begin = Clock::now();
+        const auto first = Clock::now() - begin;
+        EXPECT_LT(first, 10s);
         instance.reset();
         EXPECT_STREQ(std::getenv("DBUS_SESSION_BUS_ADDRESS"), "disabled:") << "Qt must not wait either";
         EXPECT_TRUE(isConnected || !sessionBus());
-        EXPECT_LT(Clock::now() - begin, 500ms) << "only the first call waits";
+        EXPECT_LT(Clock::now() - begin, 2 * first) << "only the first call waits";
     }
 }
 
