@@ -17,7 +17,7 @@ inline std::unexpected<Error> stateFileInvalid(std::string_view path) {
     return std::unexpected(Error{std::string("State file is invalid: ").append(path)});
 }
 
-/// `reason`: what the desktop says.
+/// `reason`: the desktop's error text.
 inline std::unexpected<Error> startupRegistrationFailed(std::string_view reason) {
     return std::unexpected(Error{std::string("Failed to update startup registration: ").append(reason)});
 }

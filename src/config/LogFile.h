@@ -7,7 +7,7 @@
 #include <string_view>
 
 /// The log of the current run, a plain text file. It is readable by its owner only (mode 0600), because it
-/// holds what was typed.
+/// contains typed text.
 namespace kavendra {
 
 std::string logFilePath(const std::string& logDirectory);

@@ -12,12 +12,12 @@ std::string configurationDirectoryPath();
 
 std::string settingsFilePath(const std::string& configurationDirectory);
 
-/// Creates what does not exist: the configuration directory; the settings file with the default settings, and
-/// together with it the sample data file; the state file, with the column widths of an older settings file.
-/// Fails with the system's reason at the first step that fails.
+/// Creates the missing ones of: the configuration directory; the settings file with default settings, and
+/// with it the sample data file; the state file, with the column widths of an older settings file. Fails with
+/// the system's reason at the first step that fails.
 Result<void> prepareConfigurationFiles(const std::string& configurationDirectory);
 
-/// Reads the settings file (see decodedSettings). Fails with LaunchError::settingsFileInvalid, whatever the
+/// Reads the settings file (see decodedSettings). Fails with LaunchError::settingsFileInvalid for every
 /// reason.
 Result<LaunchSettings> loadSettings(const std::string& configurationDirectory);
 

@@ -17,8 +17,8 @@ inline constexpr std::string_view ignorePrefix = "_";
 /// Fails with the system's reason.
 Result<void> ensureDataDirectory(const std::string& path);
 
-/// Returns the data files directly in the directory, in the order in which they are shown: by name, as a
-/// reader of the locale sorts them. Fails with LaunchError::dataDirectoryNotFound, or with the system's
+/// Returns the data files directly in the directory, sorted by name by the rules of the locale; items are
+/// shown in this order. Fails with LaunchError::dataDirectoryNotFound, or with the system's
 /// reason.
 Result<std::vector<DataFile>> listDataFiles(const std::string& path);
 

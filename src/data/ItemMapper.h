@@ -30,7 +30,7 @@ public:
     ItemMapper(std::vector<ItemRow>& items, std::size_t maximumItems, std::size_t maximumHeaderLine)
         : m_items(items), m_maximumItems(maximumItems), m_maximumHeaderLine(maximumHeaderLine) {}
 
-    /// Takes the next cell of the header. Of cells with the name of the same column the first counts.
+    /// Takes the next cell of the header. Of cells with the same name the first is used.
     void addHeaderCell(std::string_view name);
 
     /// The names of the header's cells, joined with " | "; an ellipsis at the end means that it is cut.
@@ -51,7 +51,7 @@ public:
     /// Sets the text of the current row in a required column.
     void setText(std::uint8_t column, TextSpan text) { m_row[column] = text; }
 
-    /// Tells that the current row has text in other columns, so that it counts as an item.
+    /// Notes that the current row has text in other columns and is therefore not blank.
     void setHasOtherText() { m_hasOtherText = true; }
 
     /// Whether the current row has no text so far.

@@ -26,7 +26,7 @@ inline std::unexpected<Error> failedToOpenInFinder(std::string_view path) {
     return std::unexpected(Error{std::string("Failed to open in Finder: ").append(path)});
 }
 
-/// `standardError`: what the program wrote to standard error.
+/// `standardError`: the program's standard error.
 inline std::unexpected<Error> scriptExecutionFailed(std::string_view standardError) {
     return std::unexpected(Error{std::string("Script execution failed: ").append(standardError)});
 }

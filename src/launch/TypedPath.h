@@ -39,7 +39,7 @@ public:
 
     /// Whether the text names the target of a configured action and the action's program exists.
     bool canRun(const SearchPathAction& action, std::string_view searchText) const;
-    /// Starts the program with the file or the directory; it is to be waited for.
+    /// Starts the program with the file or the directory; its end must be waited for.
     ActionOutcome run(const SearchPathAction& action, std::string_view searchText);
 
 private:

@@ -106,14 +106,14 @@ DataFileReading readCSVItems(ByteBuffer text, std::string_view fileName, std::st
         std::min(loadLimits::items, loadLimits::itemMemory(size) / loadLimits::itemCost);
     ItemCollector collector(text, maximumItems);
     if (!tokenizeCSV(text.data(), text.size(), collector)) {
-        // No row ends behind the quote, so it stands in the row that did not end.
+        // The rows after an open quote are not ended, so the quote is in the row after the last ended one.
         return {.logLines = {"CSV unterminated quote (" + name + "): opened in row " +
                              std::to_string(collector.rowsRead + 1)},
                 .items = LaunchError::invalidCSVFormat("unterminated quote")};
     }
     DataFileReading reading;
     if (collector.rowsRead > 0) {
-        // Only a text that could be split to its end has a header to report.
+        // The header is not logged for a text with an open quote.
         reading.logLines = {"CSV headers (" + name + "): " + collector.mapper().headerLine()};
         if (const auto missing = collector.mapper().missingColumn()) {
             reading.items = LaunchError::missingRequiredColumns(name + ": " + std::string(*missing));

@@ -11,12 +11,12 @@
 #include <emmintrin.h>
 #endif
 
-/// The scan for separators under the CSV reader. A quote turns quoting on and off wherever it stands (a
-/// doubled quote turns it off and on again), so whether a byte is quoted is the parity of the quotes before
-/// it; that is found for 64 bytes at a time.
+/// Splits CSV text into fields. Every quote switches quoting on or off (a doubled quote switches it off and
+/// on), so a byte is quoted if the number of quotes before it is odd. This is computed for 64 bytes at a
+/// time.
 namespace kavendra {
 
-/// Where the special characters stand in a block of 64 bytes, one bit a byte, the first byte the lowest bit.
+/// The positions of special characters in a block of 64 bytes, one bit for each byte, the first byte lowest.
 struct CSVBlock {
     std::uint64_t quotes = 0;
     std::uint64_t separators = 0; ///< commas, line feeds and carriage returns
@@ -58,20 +58,20 @@ inline std::uint64_t prefixParity(std::uint64_t bits) {
     return bits;
 }
 
-/// A field as it stands in the text: [begin, end), quotes included.
+/// A field in the text: the range [begin, end), with its quotes.
 struct CSVField {
     std::size_t begin = 0;
     std::size_t end = 0;
     bool hasQuotes = false;
 };
 
-/// Removes the quotes that only delimit from the field and halves the doubled ones, in the field's own place:
-/// what begins or ends with a quote only shrinks, bytes move behind an inner quote alone.
+/// Removes the quotes around the field and halves doubled quotes, in place. Moves bytes only after an inner
+/// quote.
 void unescapeCSVField(char* text, CSVField& field);
 
-/// Calls `handler.field(CSVField)` for each field and `handler.endRow()` behind each row, in order. The
-/// handler may overwrite the bytes of a field that it was given. Returns false when a quote is open at the
-/// end; what the handler was given is void then.
+/// Calls `handler.field(CSVField)` for each field and `handler.endRow()` after each row, in order. The
+/// handler may overwrite the bytes of the field. Returns false if a quote is open at the end; the fields and
+/// rows are then invalid.
 template <auto scanBlock = scanCSVBlock, typename Handler>
 bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
     std::size_t fieldBegin = 0;
@@ -115,7 +115,7 @@ bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
     }
     if (quoted != 0)
         return false;
-    // A last line without a line end is a row, unless it has nothing in it.
+    // A last line without a line end is a row unless it is empty.
     const std::string_view lastField(text + fieldBegin, size - fieldBegin);
     if (!atRowStart || (!lastField.empty() && lastField != "\"\"")) {
         handler.field(CSVField{fieldBegin, size, fieldHasQuotes});

@@ -8,7 +8,8 @@
 #include <unordered_map>
 #include <vector>
 
-/// The parts that all worksheets of a workbook share (ECMA-376, part 1, 18.2 and 18.4; part 2, 9.3).
+/// Parsers for the parts that all worksheets of a workbook share (ECMA-376, part 1, 18.2 and 18.4; part
+/// 2, 9.3).
 namespace kavendra {
 
 struct ExcelWorkbookSheetReference {

@@ -15,11 +15,10 @@
 /// A worksheet (ECMA-376, part 1, 18.3).
 namespace kavendra {
 
-/// The cells that a row has, trimmed, by column number (1 is column A). Columns without a cell hold the empty
-/// text; the row is as long as its last cell.
+/// The trimmed cells of a row by column number (1 is column A). A missing column is an empty text.
 using ExcelRow = std::map<int, TextSpan>;
 
-/// The header is looked for in this many rows from the top and, in each of them, columns from the left.
+/// The area at the top left of a sheet in which the header is searched.
 inline constexpr int headerSearchRows = 5;
 inline constexpr int headerSearchColumns = 5;
 
@@ -38,7 +37,7 @@ public:
     /// Whether the cell of that column in the current row is needed: a possible header or a required column.
     bool wantsCell(int column) const;
 
-    /// Begins a row. Drops cells since the end of the last one.
+    /// Begins a row. Drops cells that were set after endRow().
     void startRow();
     /// Sets a cell. A later cell of the same column replaces an earlier one.
     void setCell(int column, TextSpan text);
@@ -68,11 +67,11 @@ private:
     ExcelRow m_searchedRow; ///< the current row while the header is searched
 };
 
-/// Returns the number of a cell reference's column, 1 for A: B7 and b7 are 2, AA1 is 27. A reference that
-/// does not begin with a letter gives 0, one beyond the last column of a sheet any number beyond it.
+/// Returns the column number of a cell reference: 1 for A1, 2 for B7 and b7, 27 for AA1. Returns 0 if the
+/// reference does not begin with a letter, and any number above workbookLimits::columns for a later column.
 int columnIndex(std::string_view cellReference);
 
-/// Passes the cells of a worksheet to a table. Rows count as they come; their numbers are not used.
+/// Passes the cells of a worksheet to a table. Row numbers are ignored: rows count in the order of the file.
 class ExcelWorksheetParser final : public XMLHandler {
 public:
     /// The rows go to `table`, with the texts of `content`.

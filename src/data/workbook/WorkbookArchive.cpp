@@ -85,25 +85,25 @@ Result<WorkbookArchive> WorkbookArchive::open(std::string_view bytes) {
 }
 
 Result<WorkbookArchive> WorkbookArchive::open(zip_source_t* source) {
-    const auto giveUp = [source](const char* words) {
-        const auto failed = failure(words); // the words may belong to the source
+    const auto fail = [source](const char* text) {
+        const auto failed = failure(text); // copies the text, which may belong to the source
         zip_source_free(source);
         return failed;
     };
     zip_stat_t status;
     if (zip_source_open(source) != 0 || zip_source_stat(source, &status) != 0)
-        return giveUp(zip_error_strerror(zip_source_error(source)));
+        return fail(zip_error_strerror(zip_source_error(source)));
     const ClaimedDirectories claims = claimedDirectories(source, status.size);
     zip_source_close(source);
     if (claims.entries > workbookLimits::entries || claims.bytes > workbookLimits::directorySize)
-        return giveUp("too many entries");
+        return fail("too many entries");
 
     LibraryError error;
     WorkbookArchive opened;
-    // Not with ZIP_CHECKCONS: it refuses what many programs write, see docs/decisions/reading-workbooks.md.
+    // Without ZIP_CHECKCONS, which refuses files of many programs; see docs/decisions/reading-workbooks.md.
     opened.m_archive.reset(zip_open_from_source(source, ZIP_RDONLY, error.get()));
     if (!opened.m_archive)
-        return giveUp(zip_error_strerror(error.get()));
+        return fail(zip_error_strerror(error.get()));
     if (const auto listed = opened.listEntries(status.size); !listed)
         return std::unexpected(listed.error());
     return opened;
@@ -125,7 +125,7 @@ Result<void> WorkbookArchive::listEntries(std::size_t fileSize) {
         packedSize =
             saturatingSum(packedSize, saturatingSum(status.comp_size, entryOverhead + 2 * name.size()));
     }
-    // The library does not notice entries that share bytes, which is how a small file gets to hold much.
+    // libzip does not detect entries that share bytes, by which a small file can contain large parts.
     if (packedSize > fileSize)
         return failure("entries overlap");
     m_inflatableSize =
@@ -146,7 +146,7 @@ Result<ArchiveEntry> WorkbookArchive::readArchiveEntry(std::string_view name) {
         return failure("missing " + text);
     if (status.encryption_method != ZIP_EM_NONE)
         return failure(text + ": encrypted");
-    // Other methods do not occur in workbooks, and some of them allocate what the entry tells them to.
+    // Workbooks use no other methods, and some of these allocate as much memory as the entry says.
     if (status.comp_method != ZIP_CM_DEFLATE && status.comp_method != ZIP_CM_STORE)
         return failure(text + ": unknown compression method");
     if (status.size > m_inflatableSize)

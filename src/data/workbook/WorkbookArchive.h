@@ -20,13 +20,13 @@ namespace kavendra {
 /// An entry that is being read.
 class ArchiveEntry {
 public:
-    /// Inflates the next bytes into `buffer`, at most `capacity`, and returns how many; 0 at the end. Fails
-    /// if the archive is damaged (checksum and length are checked only at the end) or the entry is longer
-    /// than the archive says.
+    /// Inflates at most `capacity` bytes into `buffer`. Returns their number, 0 at the end. Fails if the
+    /// archive is damaged (checksum and length are checked only at the end) or the entry is longer than the
+    /// archive says.
     Result<std::size_t> read(char* buffer, std::size_t capacity);
 
     const std::string& name() const { return m_name; }
-    /// The length that the archive gives; read() checks it.
+    /// The length in the archive's directory; read() checks it.
     std::size_t size() const { return m_length; }
 
 private:
@@ -43,15 +43,15 @@ private:
 
 class WorkbookArchive {
 public:
-    /// Opens the archive and reads its list of entries; bytes behind the archive's end are ignored. If the
+    /// Opens the archive and reads its list of entries; bytes after the archive's end are ignored. If the
     /// file changes while it is read, reading fails.
     static Result<WorkbookArchive> open(FileDescriptor file);
     /// The same for bytes in memory, which must outlive the archive.
     static Result<WorkbookArchive> open(std::string_view bytes);
 
-    /// Begins to read the entry of exactly that name, the last one if there are several. Fails with "missing
-    /// NAME" if there is none or it is empty; fails if it is encrypted or has an unusual compression method,
-    /// and if all entries read, repeated ones included, are longer than a workbook may be.
+    /// Opens the entry with this name; of several, the last one. Fails with "missing NAME" if there is none
+    /// or it is empty. Fails if the entry is encrypted or its compression method is neither stored nor
+    /// deflate, and if all entries opened so far exceed workbookLimits::inflatedSize in total.
     Result<ArchiveEntry> readArchiveEntry(std::string_view name);
 
     /// Returns nothing if there is no such entry. Fails also if a name in the list is not UTF-8.
@@ -60,7 +60,7 @@ public:
     /// The length of the archive itself.
     std::size_t fileSize() const { return m_fileSize; }
 
-    /// The length of all entries together, as the archive gives it.
+    /// The sum of the lengths in the archive's directory.
     std::size_t inflatedSize() const { return m_inflatedSize; }
 
 private:

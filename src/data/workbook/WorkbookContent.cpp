@@ -11,11 +11,11 @@ namespace kavendra {
 
 namespace {
 
-/// Enough for the commands and keywords of a long table, and small beside any table that needs it.
+/// Size of the table of recent texts: 96 KiB.
 constexpr std::size_t recentCount = 8192;
 
-/// A number that texts which differ rarely share. It looks at 24 bytes of a long text, no more.
-std::uint64_t fingerprint(std::string_view text) {
+/// Returns a hash of the length and of at most 24 bytes of the text.
+std::uint64_t sampledHash(std::string_view text) {
     const auto eightBytesAt = [text](std::size_t offset) {
         std::uint64_t bytes = 0;
         std::memcpy(&bytes, text.data() + offset, std::min(text.size(), sizeof bytes));
@@ -44,12 +44,12 @@ TextSpan WorkbookContent::appendUnlessRecent(std::string_view more) {
         return {};
     if (m_recentTexts.empty())
         m_recentTexts.resize(recentCount);
-    const std::uint64_t print = fingerprint(more);
-    RecentText& recent = m_recentTexts[print % recentCount];
-    // Most texts that are not there show it by their print, before the memory of the other text is touched.
-    if (const auto shortPrint = static_cast<std::uint32_t>(print >> 32);
-        recent.print != shortPrint || value(recent.span) != more)
-        recent = {.print = shortPrint, .span = append(more)};
+    const std::uint64_t hash = sampledHash(more);
+    RecentText& recent = m_recentTexts[hash % recentCount];
+    // The stored hash avoids most accesses to the memory of the other text.
+    if (const auto upperHash = static_cast<std::uint32_t>(hash >> 32);
+        recent.hash != upperHash || value(recent.span) != more)
+        recent = {.hash = upperHash, .span = append(more)};
     return recent.span;
 }
 

@@ -45,12 +45,12 @@ Result<ArchiveEntry> readPackagePart(WorkbookArchive& archive, std::string_view 
     return part;
 }
 
-/// What leads to the worksheets, in the order of the workbook. A sheet without a worksheet is left out.
 struct WorksheetPath {
     std::string sheetName;
     std::string entryName;
 };
 
+/// Returns the worksheets in the order of the workbook, without those that have no worksheet part.
 Result<std::vector<WorksheetPath>> worksheetPaths(ArchiveEntry workbookPart, ArchiveEntry relationshipsPart,
                                                   WorkbookContent& content) {
     ExcelWorkbookParser workbook;
@@ -127,7 +127,7 @@ DataFileReading readArchive(Result<WorkbookArchive> archive, std::string_view fi
         return {.logLines = {}, .items = invalid(fileName, archive.error())};
     WorkbookContent content;
     content.fileSize = archive->fileSize();
-    // More than the text needs, as markup does not count: what is not used costs no memory.
+    // An upper bound, because it includes the markup. Unused address space needs no memory.
     content.text.reserve(std::min(archive->inflatedSize(), workbookLimits::textSize));
     const auto sheets = readWorkbookSheets(*archive, content);
     if (!sheets)

@@ -5,14 +5,14 @@
 #include <string>
 #include <string_view>
 
-/// Workbooks in the Office Open XML format (xlsx, xlsm; ECMA-376): of each sheet with a header, the rows
-/// below it. Values are taken as they are stored, nothing is formatted.
+/// Reads workbooks in the Office Open XML format (xlsx, xlsm; ECMA-376). Values are used as they are stored;
+/// number formats are not applied.
 namespace kavendra {
 
-/// Reads a workbook as items, sheet after sheet, with `sourceName` as their source. The log lines are one a
-/// sheet, with its header.
-/// Fails with LaunchError::invalidExcelFormat, or missingSupportedWorksheet when no sheet has the required
-/// columns. Throws std::bad_alloc.
+/// Reads the rows below the header of each sheet, in the order of the sheets. `sourceName` is the source of
+/// the items. There is one log line for each sheet, with its header. Fails with
+/// LaunchError::invalidExcelFormat, or with missingSupportedWorksheet if no sheet has the required columns.
+/// Throws std::bad_alloc.
 DataFileReading readWorkbookItems(const DataFile& file, std::string sourceName);
 
 /// The same for a workbook in memory; `fileName` is used in messages.

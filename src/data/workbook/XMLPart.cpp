@@ -56,7 +56,7 @@ void freeBlock(void* block) {
     std::free(start);
 }
 
-/// One run of the parser. Passes its events to the handler and stops it on a failure.
+/// Passes the parser's events to the handler and stops the parser on a failure.
 struct Run {
     XML_Parser parser;
     XMLHandler& handler;
@@ -68,7 +68,7 @@ struct Run {
         XML_StopParser(parser, XML_FALSE);
     }
 
-    /// The parser may send events after the stop. An exception of a handler must not pass through it.
+    /// Drops events that expat sends after the stop. Exceptions must not pass through expat, which is C code.
     template <typename Event>
     void deliver(Event&& event) {
         if (!result)
@@ -109,7 +109,7 @@ void startDoctype(void* run, const char*, const char*, const char*, int) {
     static_cast<Run*>(run)->stop({"document type declarations are not allowed"});
 }
 
-/// The bytes since the last event, of which the parser makes nothing yet.
+/// Returns the size of the incomplete token at the end of the input.
 std::size_t unfinishedBytes(XML_Parser parser, std::size_t bytesRead) {
     const XML_Index position = XML_GetCurrentByteIndex(parser);
     return position < 0 ? bytesRead : bytesRead - static_cast<std::size_t>(position);
@@ -120,8 +120,8 @@ std::unexpected<Error> failure(const Run& run, const char* fallbackText) {
         throw std::bad_alloc();
     if (!run.result)
         return std::unexpected(run.result.error());
-    const char* words = XML_ErrorString(XML_GetErrorCode(run.parser));
-    return std::unexpected(Error{words ? words : fallbackText});
+    const char* text = XML_ErrorString(XML_GetErrorCode(run.parser));
+    return std::unexpected(Error{text ? text : fallbackText});
 }
 
 constexpr std::uint8_t byteCost(char byte) {
@@ -134,7 +134,7 @@ constexpr std::uint8_t byteCost(char byte) {
 
 std::size_t xmlCost(std::string_view piece) {
     std::size_t cost = piece.size() / 8;
-    // In blocks of a fixed size, which the compiler turns into vector instructions.
+    // The compiler vectorizes loops of a fixed length.
     constexpr std::size_t blockSize = 64;
     std::array<char, blockSize> lastBlock{};
     lastBlock.fill('x');

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-/// Event-driven parsing of the XML parts of a workbook. Fails on document type declarations, which the format
-/// forbids and entity attacks need, and on elements nested too deeply.
+/// Event-driven parser for the XML parts of a workbook. Fails on elements nested too deeply and on document
+/// type declarations: the format forbids them, and entity attacks need them.
 namespace kavendra {
 
 /// The attributes of an element, valid during its event.
@@ -46,16 +46,15 @@ protected:
     XMLHandler& operator=(const XMLHandler&) = default;
 };
 
-/// Returns about what parsing that piece of XML costs, in units of some 22 ns on a processor of 2023. Tags,
-/// attributes, entities and line ends cost most, not bytes: in plain text a unit is eight bytes.
+/// Estimates the processor time for parsing a piece of XML, in units of about 22 ns on a processor of 2023.
+/// Eight bytes of plain text cost one unit; tags, attributes, entities and line ends cost more.
 std::size_t xmlCost(std::string_view piece);
 
-/// Puts the next bytes of a part into the buffer, at most that many, and returns how many; 0 at the end.
+/// Reads at most `capacity` bytes into `buffer`. Returns their number, 0 at the end of the part.
 using ReadPiece = std::function<Result<std::size_t>(char* buffer, std::size_t capacity)>;
 
-/// Parses one part from its beginning to its end. Fails with the failure of `readPiece` or of the
-/// handler, or with the error in the XML; `fallbackText` is used for an error without a text in the parser.
-/// Throws std::bad_alloc.
+/// Parses a whole part. Fails with the error of `readPiece`, of the handler or of the XML parser;
+/// `fallbackText` is used if the parser has no text for its error. Throws std::bad_alloc.
 Result<void> parseXML(const ReadPiece& readPiece, XMLHandler& handler, const char* fallbackText);
 
 } // namespace kavendra

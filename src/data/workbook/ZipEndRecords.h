@@ -12,9 +12,9 @@ struct ClaimedDirectories {
 };
 
 /// Returns the sums of the entries and of the bytes that the end records of an archive claim for their
-/// directories (PKWARE APPNOTE 4.3.14 to 4.3.16). An archive needs one such record, but the library reads the
-/// directory of each one that it finds at the end of the file, and takes memory for as many entries as are
-/// claimed: check the claims first. The source must be open and have `size` bytes.
+/// directories (PKWARE APPNOTE 4.3.14 to 4.3.16). libzip reads the directory of every end record at the end
+/// of the file and allocates memory for the claimed number of entries, so check the claims before opening the
+/// archive. The source must be open and have `size` bytes.
 ClaimedDirectories claimedDirectories(zip_source* source, std::uint64_t size);
 
 } // namespace kavendra

@@ -24,7 +24,7 @@ TEST(WorkbookFixtures, areReadFromAllPrograms) {
 
     const Lines gnumeric{"Wiki|https://example.org/wiki?a=1&b=2||team <docs>", "会議資料|||"};
 
-    // The files are made by tests/fixtures/make-workbooks.py.
+    // The files are made by tools/make-test-workbooks.
     const std::pair<std::string, Lines> cases[] = {
         {"libreoffice.xlsx", usualItems("42|Title||")},
         {"open.xlsx", usualItems("42|Title||")},
