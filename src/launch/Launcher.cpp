@@ -23,6 +23,15 @@ Result<void> successOf(const ProgramOutcome& outcome, const std::string& name) {
     return LaunchError::scriptExecutionFailed(isValidUTF8(text) ? trimmed(text) : std::string_view(name));
 }
 
+/// Splits params into tokens (see splitParams), each expanded as a path.
+Result<std::vector<std::string>> expandedTokens(std::string_view params) {
+    auto tokens = splitParams(params);
+    if (tokens)
+        for (std::string& token : *tokens)
+            token = expandedPath(token);
+    return tokens;
+}
+
 } // namespace
 
 ActionOutcome outcomeOf(const Result<void>& done, std::string message) {
@@ -50,6 +59,9 @@ ActionOutcome Launcher::launch(const LaunchItem& item) {
         return launched(openWebAddressWithApplication(*url, path), "specific browser");
     if (const auto url = webAddressOf(command))
         return launched(openWebAddress(*url, command), "url");
+    if (const auto documents = expandedTokens(params);
+        documents && m_desktop.canStartApplication(path, *documents))
+        return launched(startApplication(path, *documents), "default app");
     if (params.empty() && isDirectory(path))
         return launched(showDirectoryInFinder(path), "finder");
     if (params.empty() && exists(path))
@@ -72,6 +84,12 @@ Result<void> Launcher::openWebAddress(const std::string& url, std::string_view a
     return {};
 }
 
+Result<void> Launcher::startApplication(const std::string& path, const std::vector<std::string>& documents) {
+    if (!m_desktop.startApplication(path, documents))
+        return LaunchError::commandNotFound(path);
+    return {};
+}
+
 Result<void> Launcher::openExistingFile(const std::string& path) {
     if (!m_desktop.openFile(path))
         return LaunchError::commandNotFound(path);
@@ -88,11 +106,9 @@ Result<void> Launcher::startProgram(const std::string& command, std::string_view
     const auto executable = resolveExecutable(command, m_processes.variable("PATH"));
     if (!executable)
         return LaunchError::commandNotFound(command);
-    auto arguments = splitParams(params);
+    const auto arguments = expandedTokens(params);
     if (!arguments)
-        return std::unexpected(std::move(arguments.error()));
-    for (std::string& argument : *arguments)
-        argument = expandedPath(argument);
+        return std::unexpected(arguments.error());
     return m_processes.start(*executable, *arguments);
 }
 

@@ -46,8 +46,9 @@ public:
     Launcher(Desktop& desktop, Processes& processes, LogLine appendLogLine);
 
     /// Launches an item by the first rule that applies: params are a web address and the command is an
-    /// application; the command is a web address; params are empty and the command is an existing directory,
-    /// or an existing file; the command is a program. Returns "Launched (<kind>): <title>".
+    /// application; the command is a web address; the command is an application that opens what the params
+    /// name; params are empty and the command is an existing directory, or an existing file; the command is a
+    /// program. Returns "Launched (<kind>): <title>".
     ActionOutcome launch(const LaunchItem& item);
 
     /// Fails with applicationNotFound when there is no such application. A failure of the application itself
@@ -68,6 +69,7 @@ public:
 
 private:
     Result<void> openWebAddress(const std::string& url, std::string_view asTyped);
+    Result<void> startApplication(const std::string& path, const std::vector<std::string>& documents);
     Result<void> openExistingFile(const std::string& path);
     Result<void> startProgram(const std::string& command, std::string_view params);
 

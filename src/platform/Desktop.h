@@ -4,6 +4,7 @@
 #include "platform/Processes.h"
 
 #include <string>
+#include <vector>
 
 namespace kavendra {
 
@@ -18,9 +19,9 @@ enum class StartupRegistrationStatus {
 };
 
 /// What the desktop does for an application; one implementation per system. An error is the system's or the
-/// desktop's reason. The functions that open something, isApplication and copyText may be called on any
-/// thread, at the same time, and wait for the desktop's answer and for file systems; all others are for the
-/// window's thread.
+/// desktop's reason. The functions that open or start something or ask for an application, and copyText, may
+/// be called on any thread, at the same time, and wait for the desktop's answer and for file systems; all
+/// others are for the window's thread.
 class Desktop {
 public:
     virtual ~Desktop() = default;
@@ -38,6 +39,14 @@ public:
     /// Opens an address with an application, one for which isApplication is true.
     virtual Result<void> openURLWithApplication(const std::string& url,
                                                 const std::string& applicationPath) = 0;
+
+    /// Whether `path` is an application that startApplication starts, and it opens all these documents: paths
+    /// of existing files, and addresses. Always false on systems without desktop entries.
+    virtual bool canStartApplication(const std::string& path, const std::vector<std::string>& documents) = 0;
+
+    /// Starts an application, one for which canStartApplication is true, with documents.
+    virtual Result<void> startApplication(const std::string& path,
+                                          const std::vector<std::string>& documents) = 0;
 
     /// Shows a directory in the file manager.
     virtual Result<void> showDirectory(const std::string& path) = 0;

@@ -26,9 +26,11 @@ def launching(s):
 Notes,{notes},,two
 Quoted,{s.programs}/record,"program ""b c"" 'd ""e' ~/x",three
 Wrong,no-such-program,,four
-Other Browser,{s.directory}/data/applications/test-other-browser.desktop,https://other.example/?q=a b,five''')
+Other Browser,{s.directory}/data/applications/test-other-browser.desktop,https://other.example/?q=a b,five
+Application,test-editor.desktop,{notes},six
+Application,{s.directory}/data/applications/test-browser.desktop,,seven''')
     s.start()
-    s.status_becomes("17 items | Loaded 17 items")
+    s.status_becomes("19 items | Loaded 19 items")
     s.launch("two")
     s.starts("a file opens in its default application", "editor", notes)
     s.status_becomes("1 items | Launched (default app): Notes")
@@ -38,6 +40,11 @@ Other Browser,{s.directory}/data/applications/test-other-browser.desktop,https:/
     s.starts("a program gets its quoted params", "program", "b c", 'd "e', s.home / "x")
     s.launch("five")
     s.starts("a named browser gets the address", "other-browser", "https://other.example/?q=a%20b")
+    s.launch("six")
+    s.starts("an installed application gets a file", "editor", notes)
+    s.status_becomes("1 items | Launched (default app): Application")
+    s.launch("seven")
+    s.starts("a desktop entry is started", "browser")
 
     failure = "Command not found: no-such-program"
     s.launch("four")

@@ -10,7 +10,7 @@ class LauncherTest : public LaunchFixture {
 protected:
     LauncherTest() {
         std::filesystem::create_directories(app);
-        desktop.applications = {app, "firefox.desktop"};
+        desktop.applications = {app, "firefox.desktop", entry};
     }
 
     /// Returns the kind in "Launched (<kind>): X" or, after "! ", the failure, and the calls made.
@@ -30,7 +30,7 @@ protected:
         return text(launcher.runProgram("/bin/x", arguments, "success"));
     }
 
-    const std::string app = home.path("Browser.app");
+    const std::string app = home.path("Browser.app"), entry = home.path("x.desktop");
 };
 
 } // namespace
@@ -50,6 +50,11 @@ TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
              Case{web, web, "url; openURL " + web},
              Case{" HTTP://Example.org/a b ", "not used", "url; openURL HTTP://Example.org/a%20b"},
              Case{"http:example.org", "", "url; openURL http:example.org"}, // the browser reports the error
+             Case{"firefox.desktop", "", "default app; startApplication firefox.desktop"},
+             Case{" ~/x.desktop ", "~/notes.txt 'ftp://a b'",
+                  "default app; startApplication " + entry + "|" + notes + "|ftp://a b"},
+             Case{entry, "refused", missing + entry},
+             Case{entry, "\"", missing + entry},
              Case{app, "", "finder; showDirectory " + app},
              Case{"~/folder", " \n\u3000", "finder; showDirectory " + folder},
              Case{"~/notes.txt", "", "default app; openFile " + notes},
@@ -81,6 +86,7 @@ TEST_F(LauncherTest, reportsFailuresOfTheDesktop) {
     EXPECT_EQ(launch(" HTTP://Example.org/a b "),
               "! Invalid URL: HTTP://Example.org/a b; openURL HTTP://Example.org/a%20b");
     EXPECT_EQ(launch("~/notes.txt"), "! Command not found: " + notes + "; openFile " + notes);
+    EXPECT_EQ(launch(entry), "! Command not found: " + entry + "; startApplication " + entry);
     EXPECT_EQ(launch("~/folder"), "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
     EXPECT_TRUE(log.empty());
     EXPECT_EQ(launch(app, "https://example.org"),

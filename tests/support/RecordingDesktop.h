@@ -2,6 +2,7 @@
 
 #include "platform/Desktop.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,6 +17,17 @@ public:
     bool isApplication(const std::string& path) override { return applications.contains(path); }
     Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override {
         return record("openURLWithApplication " + url + " " + applicationPath);
+    }
+    bool canStartApplication(const std::string& path, const std::vector<std::string>& documents) override {
+        return path.ends_with(".desktop") && applications.contains(path) &&
+               std::ranges::find(documents, "refused") == documents.end();
+    }
+    Result<void> startApplication(const std::string& path,
+                                  const std::vector<std::string>& documents) override {
+        std::string call = "startApplication " + path;
+        for (const std::string& document : documents)
+            call += "|" + document;
+        return record(call);
     }
     Result<void> showDirectory(const std::string& path) override { return record("showDirectory " + path); }
     Result<ProgramOutcome> openTerminal(const std::string& directory) override {

@@ -4,7 +4,7 @@
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/desktop/GLibHandles.h"
+#include "platform/desktop/KeyFile.h"
 
 #include <algorithm>
 #include <array>
@@ -21,26 +21,6 @@ constexpr const char* gnomeEnabledKey = "X-GNOME-Autostart-enabled";
 /// Keys that settings programs set to false to disable an entry, instead of setting Hidden.
 constexpr std::array enabledKeys{gnomeEnabledKey, "X-MATE-Autostart-enabled"};
 
-/// Size limit for a desktop entry.
-constexpr std::size_t maximumEntrySize = std::size_t{1} << 20;
-
-struct GKeyFileRelease {
-    void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, GKeyFileRelease>;
-
-/// Returns null when there is no readable entry.
-KeyFile readEntry(const std::string& path) {
-    const auto content = readFile(path, maximumEntrySize);
-    if (!content)
-        return nullptr;
-    KeyFile entry(g_key_file_new());
-    const bool isEntry =
-        g_key_file_load_from_data(entry.get(), content->data(), content->size(), G_KEY_FILE_NONE, nullptr) &&
-        g_key_file_has_group(entry.get(), group);
-    return isEntry ? std::move(entry) : nullptr;
-}
-
 /// Returns a boolean of the entry, nothing if it is missing or not a boolean.
 std::optional<bool> flag(GKeyFile* entry, const char* key) {
     GError* error = nullptr;
@@ -49,29 +29,6 @@ std::optional<bool> flag(GKeyFile* entry, const char* key) {
         return value;
     g_error_free(error);
     return std::nullopt;
-}
-
-/// Quotes an argument for the Exec key: in double quotes, special characters escaped by a backslash, and "%",
-/// which begins a field code, doubled.
-std::string quotedArgument(std::string_view argument) {
-    std::string quoted = "\"";
-    for (const char character : argument) {
-        if (std::string_view("\"`$\\").contains(character))
-            quoted += '\\';
-        if (character == '%')
-            quoted += '%';
-        quoted += character;
-    }
-    return quoted + '"';
-}
-
-/// Returns the value of the Exec key. The program name must not contain "=", and GLib searches for the
-/// program before it replaces "%%" by "%": a path with one of them is started by a shell.
-std::string execLine(const std::string& executable) {
-    const std::string program = quotedArgument(executable);
-    return executable.find_first_of("=%") == std::string::npos
-               ? program
-               : "sh -c " + quotedArgument("exec \"$0\"") + " " + program;
 }
 
 std::string contentOf(GKeyFile* entry) {
@@ -93,7 +50,7 @@ std::string autostartEntryPath() {
 void replaceOldAutostartEntry() {
     const std::string path = autostartEntryPath();
     const std::string oldPath = joinedPath(parentPath(path), "kavendra.desktop");
-    const KeyFile entry = readEntry(oldPath);
+    const KeyFile entry = readDesktopEntry(oldPath);
     if (!entry)
         return;
     g_key_file_set_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_ICON, KAVENDRA_APPLICATION_ID);
@@ -105,7 +62,7 @@ void replaceOldAutostartEntry() {
 StartupRegistrationStatus autostartStatus(const std::string& entryPath, const std::string& executable) {
     if (!isExecutableFile(executable))
         return StartupRegistrationStatus::notFound;
-    const KeyFile entry = readEntry(entryPath);
+    const KeyFile entry = readDesktopEntry(entryPath);
     if (!entry)
         return StartupRegistrationStatus::notRegistered;
     const bool isOff =

@@ -1,22 +1,19 @@
 #include "platform/desktop/FreedesktopDesktop.h"
 
-#include "platform/ExecutableSearch.h"
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/desktop/AutostartEntry.h"
 #include "platform/desktop/ColorSchemePortal.h"
-#include "platform/desktop/GLibHandles.h"
+#include "platform/desktop/DesktopEntry.h"
 #include "platform/desktop/QtDesktop.h"
 #include "platform/desktop/SessionBus.h"
-
-#include <gio/gdesktopappinfo.h>
-#include <unistd.h>
+#include "platform/desktop/Terminal.h"
 
 #include <cerrno>
-#include <csignal>
 #include <future>
 #include <memory>
+#include <optional>
 
 namespace kavendra {
 
@@ -32,40 +29,18 @@ std::string fileURL(const std::string& path) {
     return uri.get();
 }
 
-/// Returns a launch context with exactly this environment (entries of the form NAME=value).
-GObjectHandle<GAppLaunchContext> launchContext(const std::vector<std::string>& environment) {
-    GObjectHandle<GAppLaunchContext> context(g_app_launch_context_new());
-    char** inherited = g_listenv();
-    for (char** name = inherited; *name; ++name)
-        g_app_launch_context_unsetenv(context.get(), *name);
-    g_strfreev(inherited);
-    for (const std::string& entry : environment) {
-        const std::size_t nameEnd = entry.find('=');
-        if (nameEnd != 0 && nameEnd != std::string::npos)
-            g_app_launch_context_setenv(context.get(), entry.substr(0, nameEnd).c_str(),
-                                        entry.c_str() + nameEnd + 1);
+/// Returns the URIs of paths and addresses, nothing when one is neither an existing path nor an address.
+std::optional<std::vector<std::string>> documentURIs(const std::vector<std::string>& documents) {
+    std::vector<std::string> uris;
+    for (const std::string& document : documents) {
+        if (exists(document))
+            uris.push_back(fileURL(document));
+        else if (!containsNUL(document) && g_uri_is_valid(document.c_str(), G_URI_FLAGS_NONE, nullptr))
+            uris.push_back(document);
+        else
+            return std::nullopt;
     }
-    return context;
-}
-
-/// Gives a new process its own session and default signal handling, as Processes does. Runs in the new
-/// process before exec: async-signal-safe functions only.
-void detach(gpointer /*unused*/) {
-    setsid();
-    for (int number = 1; number < NSIG; ++number)
-        std::signal(number, SIG_DFL);
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-}
-
-/// Returns the result of a GLib function that sets `error` when it fails; frees the error.
-Result<void> resultOf(GError* error) {
-    if (!error)
-        return {};
-    Error failure{error->message};
-    g_error_free(error);
-    return std::unexpected(std::move(failure));
+    return uris;
 }
 
 /// Runs `function` on the window's thread and waits for its result. Must not be called on that thread.
@@ -110,16 +85,6 @@ bool showInFileManager(const std::string& uri) {
     return succeeded;
 }
 
-/// Returns the desktop entry with a path or an id, null when there is no usable one.
-GObjectHandle<GDesktopAppInfo> desktopEntry(const std::string& path) {
-    if (containsNUL(path) || lowercasedExtension(path) != "desktop" || isDirectory(path))
-        return nullptr;
-    if (exists(path))
-        return GObjectHandle<GDesktopAppInfo>(g_desktop_app_info_new_from_filename(path.c_str()));
-    const bool isID = path.find('/') == std::string::npos;
-    return GObjectHandle<GDesktopAppInfo>(isID ? g_desktop_app_info_new(path.c_str()) : nullptr);
-}
-
 } // namespace
 
 FreedesktopDesktop::FreedesktopDesktop(Processes& processes, Executor& executor)
@@ -128,24 +93,22 @@ FreedesktopDesktop::FreedesktopDesktop(Processes& processes, Executor& executor)
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
-Result<void> FreedesktopDesktop::launch(GDesktopAppInfo* application, const std::string& uri) {
-    return onWindowThread(m_executor, [&] {
-        const GObjectHandle<GAppLaunchContext> context = launchContext(m_processes.programEnvironment());
-        GList uris{const_cast<char*>(uri.c_str()), nullptr, nullptr}; // not modified
-        // Only the "as manager" variant calls a function in the new process. Without
-        // G_SPAWN_DO_NOT_REAP_CHILD the program becomes a child of the init process, which reaps it.
-        GError* error = nullptr;
-        g_desktop_app_info_launch_uris_as_manager(application, &uris, context.get(), G_SPAWN_SEARCH_PATH,
-                                                  detach, nullptr, nullptr, nullptr, &error);
-        return resultOf(error);
-    });
+/// Starts an application with files and addresses, given as URIs.
+Result<void> FreedesktopDesktop::start(GDesktopAppInfo* application, const std::vector<std::string>& uris) {
+    if (startOnBus(application, uris))
+        return {};
+    const Result<DesktopEntry> entry = spawnableEntry(application, m_processes.variable("PATH"));
+    if (!entry)
+        return std::unexpected(entry.error());
+    return onWindowThread(m_executor,
+                          [&] { return spawn(entry->get(), uris, m_processes.programEnvironment()); });
 }
 
 /// Opens an address with its default application.
 Result<void> FreedesktopDesktop::openURI(const std::string& uri) {
     const GObjectHandle<GAppInfo> application = defaultApplication(uri);
     if (application && G_IS_DESKTOP_APP_INFO(application.get()))
-        return launch(G_DESKTOP_APP_INFO(application.get()), uri);
+        return start(G_DESKTOP_APP_INFO(application.get()), {uri});
     // In a sandbox there may be no application but a portal, which this function calls.
     const GObjectHandle<GAppLaunchContext> context =
         onWindowThread(m_executor, [&] { return launchContext(m_processes.programEnvironment()); });
@@ -172,13 +135,31 @@ bool FreedesktopDesktop::isApplication(const std::string& path) {
 
 Result<void> FreedesktopDesktop::openURLWithApplication(const std::string& url,
                                                         const std::string& applicationPath) {
-    const GObjectHandle<GDesktopAppInfo> application = desktopEntry(applicationPath);
+    const DesktopEntry application = desktopEntry(applicationPath);
     if (!application)
         return systemFailure(applicationPath, ENOENT);
     // GLib would start an application that takes no addresses without the address.
     if (!g_app_info_supports_uris(G_APP_INFO(application.get())))
         return systemFailure(applicationPath, ENOTSUP);
-    return launch(application.get(), url);
+    return start(application.get(), {url});
+}
+
+bool FreedesktopDesktop::canStartApplication(const std::string& path,
+                                             const std::vector<std::string>& documents) {
+    const DesktopEntry application = desktopEntry(path);
+    if (!application)
+        return false;
+    const auto uris = documentURIs(documents);
+    return uris && opensAll(application.get(), *uris);
+}
+
+Result<void> FreedesktopDesktop::startApplication(const std::string& path,
+                                                  const std::vector<std::string>& documents) {
+    const DesktopEntry application = desktopEntry(path);
+    const auto uris = documentURIs(documents);
+    if (!application || !uris)
+        return systemFailure(path, ENOENT);
+    return start(application.get(), *uris);
 }
 
 Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
@@ -191,15 +172,12 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
 }
 
 Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
-    for (const std::string_view name : {"xdg-terminal-exec", "x-terminal-emulator"}) {
-        const auto terminal = resolveExecutable(name, m_processes.variable("PATH"));
-        if (!terminal)
-            continue;
-        if (auto started = m_processes.start(*terminal, {}, directory); !started)
-            return std::unexpected(std::move(started.error()));
-        return ProgramOutcome{.succeeded = true, .standardError = {}};
-    }
-    return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
+    const std::optional<Terminal> terminal = installedTerminal(m_processes.variable("PATH"));
+    if (!terminal)
+        return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
+    if (auto started = m_processes.start(terminal->executable, {}, directory); !started)
+        return std::unexpected(std::move(started.error()));
+    return ProgramOutcome{.succeeded = true, .standardError = {}};
 }
 
 void FreedesktopDesktop::copyText(const std::string& text) {

@@ -28,10 +28,13 @@ public:
     bool isApplication(const std::string& path) override;
     /// Always fails for an application directory, which can only be started on macOS.
     Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override;
+    bool canStartApplication(const std::string& path, const std::vector<std::string>& documents) override;
+    Result<void> startApplication(const std::string& path,
+                                  const std::vector<std::string>& documents) override;
     /// Calls the file manager of the session (org.freedesktop.FileManager1), else opens the directory with
     /// its default handler. A file manager that does not answer within two seconds counts as success.
     Result<void> showDirectory(const std::string& path) override;
-    /// Starts xdg-terminal-exec, the freedesktop.org proposal, else Debian's x-terminal-emulator.
+    /// Starts the installed terminal (see Terminal.h) and does not wait for it.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
     /// `system` follows the settings portal.
@@ -44,7 +47,7 @@ public:
 private:
     void updatePalette() const;
     Result<void> openURI(const std::string& uri);
-    Result<void> launch(GDesktopAppInfo* application, const std::string& uri);
+    Result<void> start(GDesktopAppInfo* application, const std::vector<std::string>& uris);
 
     Processes& m_processes;
     Executor& m_executor;

@@ -47,6 +47,10 @@ Result<void> MacDesktop::openURLWithApplication(const std::string& url, const st
     return open({"-a", unambiguousPath(applicationPath), url});
 }
 
+Result<void> MacDesktop::startApplication(const std::string& path, const std::vector<std::string>&) {
+    return systemFailure(path, ENOTSUP);
+}
+
 Result<void> MacDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
         return systemFailure(path, ENOTDIR);

@@ -16,6 +16,10 @@ public:
     Result<void> openFile(const std::string& path) override;
     bool isApplication(const std::string& path) override;
     Result<void> openURLWithApplication(const std::string& url, const std::string& applicationPath) override;
+    bool canStartApplication(const std::string&, const std::vector<std::string>&) override { return false; }
+    /// Always fails, see canStartApplication.
+    Result<void> startApplication(const std::string& path,
+                                  const std::vector<std::string>& documents) override;
     Result<void> showDirectory(const std::string& path) override;
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;

@@ -6,6 +6,7 @@
 #include "tests/support/TestExecutors.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -121,6 +122,99 @@ TEST_F(FreedesktopDesktopTest, opensAnAddressWithAnApplication) {
         EXPECT_FALSE(desktop.openURLWithApplication(url, path)) << path;
     }
     EXPECT_EQ(surroundings.record(), "");
+}
+
+TEST_F(FreedesktopDesktopTest, startsAnApplicationWithDocuments) {
+    const std::string program = "\"" + surroundings.path("bin/record") + "\" ";
+    const auto entry = [&](const std::string& name, const std::string& keys) {
+        return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\n" + keys + "\n");
+    };
+    const std::string notes = directory.write("a b%.txt", ""), url = "ftp://example.org/a%20b";
+    const std::string any = entry("any.desktop", "Exec=" + program + "any %U"),
+                      files = entry("files.desktop", "Exec=" + program + "files %F"),
+                      none = entry("none.desktop", "Exec=" + program + "none");
+    struct Case {
+        std::string application;
+        std::vector<std::string> documents;
+        std::string record; // empty when the application does not open the documents
+    };
+    for (const Case& c : {
+             Case{"test-browser.desktop", {}, "browser\n"},
+             Case{any, {notes, url}, "any\t" + notes + "\t" + url + "\n"},
+             Case{files, {notes, directory.path()}, "files\t" + notes + "\t" + directory.path() + "\n"},
+             Case{none, {}, "none\n"},
+             Case{files, {notes, url}, ""},
+             Case{none, {notes}, ""},
+             Case{any, {directory.path("missing")}, ""},
+             Case{any, {"--option"}, ""},
+             Case{directory.path("missing.desktop"), {}, ""},
+             Case{entry("link.desktop", "Type=Link\nURL=" + url), {}, ""},
+             Case{entry("not-installed.desktop", "Exec=true\nTryExec=/no/such/program"), {}, ""},
+             Case{directory.write("large.desktop", std::string(2 << 20, '\n')), {}, ""},
+         }) {
+        SCOPED_TRACE(c.application + testing::PrintToString(c.documents));
+        surroundings.forgetRecords();
+        EXPECT_EQ(desktop.canStartApplication(c.application, c.documents), !c.record.empty());
+        if (c.record.empty())
+            continue;
+        EXPECT_TRUE(desktop.startApplication(c.application, c.documents));
+        EXPECT_EQ(surroundings.waitForRecord(), c.record);
+    }
+    ASSERT_EQ(mkfifo(directory.path("pipe.desktop").c_str(), 0600), 0);
+    EXPECT_FALSE(desktop.canStartApplication(directory.path("pipe.desktop"), {})) << "and does not wait";
+
+    std::filesystem::create_directories(directory.path("work"));
+    ASSERT_TRUE(desktop.startApplication(
+        entry("work.desktop", "Path=" + directory.path("work") + "\nExec=sh -c \"pwd > where\""), {}));
+    EXPECT_TRUE(eventually([&] { return directory.read("work/where") == directory.path("work") + "\n"; }));
+}
+
+TEST_F(FreedesktopDesktopTest, startsAnApplicationThroughItsServiceElseItsProgram) {
+    constexpr TestService::Description service{
+        .name = "org.example.Test-App", .path = "/org/example/Test_App", .interface = R"(
+<node>
+  <interface name='org.freedesktop.Application'>
+    <method name='Activate'><arg type='a{sv}' direction='in'/></method>
+    <method name='Open'><arg type='as' direction='in'/><arg type='a{sv}' direction='in'/></method>
+  </interface>
+</node>)"};
+    const std::string entry =
+        directory.write("org.example.Test-App.desktop",
+                        "[Desktop Entry]\nType=Application\nName=x\nDBusActivatable=true\nExec=\"" +
+                            surroundings.path("bin/record") + "\" program %U\n");
+    EXPECT_TRUE(desktop.startApplication(entry, {})) << "without a bus";
+    EXPECT_EQ(surroundings.waitForRecord(), "program\n");
+    const TestBus bus;
+    surroundings.forgetRecords();
+    EXPECT_TRUE(desktop.startApplication(entry, {"ftp://example.org/"})) << "without the service";
+    EXPECT_EQ(surroundings.waitForRecord(), recordOf("program", "ftp://example.org/"));
+    surroundings.forgetRecords();
+    const TestService application(bus, service, TestService::Manner::obliging);
+    EXPECT_TRUE(desktop.startApplication(entry, {}));
+    EXPECT_TRUE(desktop.startApplication(entry, {"ftp://example.org/", directory.path()}));
+    EXPECT_EQ(application.calls(), (std::vector<std::string>{"({},)", "(['ftp://example.org/', 'file://" +
+                                                                          directory.path() + "'], {})"}));
+    EXPECT_EQ(surroundings.record(), "");
+}
+
+TEST_F(FreedesktopDesktopTest, startsATerminalApplicationInTheChosenTerminal) {
+    const std::string entry = directory.write("tool.desktop", "[Desktop Entry]\nType=Application\nName=x\n"
+                                                              "Terminal=true\nExec=sh \"a b\" 50%% %f\n");
+    const std::string programs = directory.path("50% a=b"); // the Exec key must quote this
+    const std::string script =
+        "#!/bin/sh\nprintf '<%s>' \"${0##*/}\" \"$@\" > '" + directory.path("record") + "'\n";
+    Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
+    FreedesktopDesktop terminals(withTerminals, executor);
+    std::filesystem::create_directories(programs);
+    for (const std::string words : {"<x-terminal-emulator><-e>", "<xdg-terminal-exec>"}) {
+        const std::string name = words.substr(1, words.find('>') - 1);
+        std::filesystem::permissions(directory.write("50% a=b/" + name, script),
+                                     std::filesystem::perms::owner_all);
+        ASSERT_TRUE(terminals.startApplication(entry, {entry}));
+        EXPECT_TRUE(eventually([&] {
+            return directory.read("record") == words + "<sh><a b><50%><" + entry + ">";
+        })) << directory.read("record");
+    }
 }
 
 TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerElseWithItsDefaultApplication) {
