@@ -11,6 +11,7 @@
 #include "ui/Translation.h"
 
 #include <QApplication>
+#include <QPixmapCache>
 
 #include <unistd.h>
 
@@ -26,6 +27,10 @@ namespace {
 
 /// How long ending may take, whatever hangs.
 constexpr std::chrono::milliseconds endTimeLimit{900};
+
+/// In KiB. A style keeps what it has drawn with each palette, and every menu and every change of the
+/// appearance makes new palettes. With Qt's limit of 10 MiB, memory grows for hours.
+constexpr int pixmapCacheLimit = 128;
 
 /// Returns the environment for launched programs: that of this process without its activation tokens, which
 /// are for its own window.
@@ -60,6 +65,7 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
     QApplication::setApplicationName(QStringLiteral("kavendra"));
     QApplication::setDesktopFileName(QStringLiteral(KAVENDRA_APPLICATION_ID));
     QApplication::setWindowIcon(applicationIcon());
+    QPixmapCache::setCacheLimit(pixmapCacheLimit);
     installTranslations();
     EnterAutoRepeatFilter enterAutoRepeat;
     application.installEventFilter(&enterAutoRepeat);
