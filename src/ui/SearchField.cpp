@@ -148,10 +148,25 @@ void SearchField::gainFocus(Qt::FocusReason reason) {
 
 void SearchField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
+    if (event->reason() == Qt::ActiveWindowFocusReason && !m_isComposing)
+        dropUndoHistory();
     m_isComposing = false;
     m_selectsAllOnRelease = false; // the release may be lost
     if (!isTemporary(event->reason()))
         m_isFocusWidget = false;
+}
+
+void SearchField::dropUndoHistory() {
+    const int caret = cursorPosition();
+    const int start = selectionStart();
+    const int length = selectionLength();
+    setText(text());
+    if (length == 0)
+        setCursorPosition(caret);
+    else if (caret == start)
+        setSelection(start + length, -length);
+    else
+        setSelection(start, length);
 }
 
 void SearchField::mousePressEvent(QMouseEvent* event) {

@@ -46,6 +46,9 @@ protected:
 private:
     const std::function<void()>* callbackFor(const QKeyEvent& event) const;
     void gainFocus(Qt::FocusReason reason);
+    /// Called when another window becomes active: QLineEdit keeps every typed character until its text is
+    /// set.
+    void dropUndoHistory();
     void handlePress(const QMouseEvent& press);
     void countClick(const QMouseEvent& press);
     void selectWholeText();

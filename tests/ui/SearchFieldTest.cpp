@@ -64,6 +64,27 @@ TEST_F(SearchFieldTest, everyEditIsReportedAndNoShownText) {
     EXPECT_EQ(takeEvents(), "");
 }
 
+TEST_F(SearchFieldTest, undoHistoryEndsWithTheActiveWindowAndSelectionsRemain) {
+    for (const auto& [start, length] : {std::pair{1, 0}, {1, 2}, {3, -2}}) {
+        field.clear();
+        QTest::keyClicks(&field, "abcd");
+        takeEvents();
+        length == 0 ? field.setCursorPosition(start) : field.setSelection(start, length);
+        const QString selected = field.selectedText();
+        ASSERT_TRUE(field.isUndoAvailable());
+        QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+        QApplication::sendEvent(&field, &menu);
+        EXPECT_TRUE(field.isUndoAvailable());
+        QFocusEvent otherWindow(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+        QApplication::sendEvent(&field, &otherWindow);
+        EXPECT_FALSE(field.isUndoAvailable());
+        EXPECT_EQ(field.text(), "abcd");
+        EXPECT_EQ(field.selectedText(), selected);
+        EXPECT_EQ(field.cursorPosition(), start + length);
+        EXPECT_EQ(takeEvents(), "");
+    }
+}
+
 TEST_F(SearchFieldTest, keysForTheTableDoNotEdit) {
     QTest::keyClicks(&field, "ab");
     takeEvents();
