@@ -1,13 +1,12 @@
 #!/usr/bin/python3 -B
 """Uses kavendra on the display that DISPLAY names, samples memory and other resources, and looks for a trend.
-usage: soak_session.py PROGRAM MINUTES   (see tools/soak)"""
+usage: soak_session.py PROGRAM HEAP_PROBE MINUTES   (see tools/soak)"""
 
 import json
 import os
 import random
 import shutil
 import signal
-import statistics
 import sys
 import time
 from pathlib import Path
@@ -18,21 +17,24 @@ from session import (FOCUS_EVENT, REPOSITORY, Session, click, position, press, t
 
 SECONDS_BETWEEN_SAMPLES = 2
 LINES_OF_TABLE = 12
-# By how much the median of the last third of the samples may exceed that of the second third. The first third fills
-# caches. "Own" is anonymous memory (heap and stacks). The proportional set size is not used, because it depends on
-# the other processes.
-TOLERANCES = {"RSS KiB": 4096, "own KiB": 3072, "files": 1, "threads": 1, "children": 0}
+# By how much the lowest sample of the last third may exceed that of the second third. The first third fills caches.
+# The lowest one, because a larger table or an open menu needs more for a while. "Heap" is what the program has
+# allocated and not freed; Qt keeps about 30 bytes of it for each action (docs/decisions/pixmap-cache-limit.md).
+# "Own" is anonymous memory, which also has the gaps of the heap, and the stacks. The proportional set size is not
+# used, because it depends on the other processes.
+TOLERANCES = {"heap KiB": 64, "RSS KiB": 4096, "own KiB": 3072, "files": 1, "threads": 1, "children": 0}
 
 WORDS = ["row", "notes", "folder", "tool", "1", "22", "row 7 tool", "absent", "keyword 5 row", "ひら"]
 
 
-def sample(pid):
+def sample(pid, heap_file):
     """The resources that the process uses now, in the order of TOLERANCES."""
     process = Path(f"/proc/{pid}")
+    heap = int(heap_file.read_text()) // 1024
     memory = dict(line.split(":", 1) for line in (process / "smaps_rollup").read_text().splitlines()[1:])
     children = sum(len(path.read_text().split()) for path in process.glob("task/*/children"))
-    return [int(memory["Rss"].split()[0]), int(memory["Anonymous"].split()[0]), len(os.listdir(process / "fd")),
-            len(os.listdir(process / "task")), children]
+    return [heap, int(memory["Rss"].split()[0]), int(memory["Anonymous"].split()[0]),
+            len(os.listdir(process / "fd")), len(os.listdir(process / "task")), children]
 
 
 def write_rows(data, count):
@@ -49,6 +51,7 @@ class Soak(Session):
     def __init__(self, program):
         super().__init__(program)
         self.random = random.Random(1)
+        self.heap_file = self.directory / "heap"
         (self.home / "folder").mkdir()
         (self.home / "notes.txt").write_text("notes\n")
         self.data.mkdir()
@@ -150,7 +153,7 @@ def use(session, seconds):
         if session.process.poll() is not None:
             sys.exit(f"the program ended by itself with {session.process.returncode}")
         if not samples or elapsed - samples[-1][0] >= SECONDS_BETWEEN_SAMPLES:
-            samples.append((elapsed, sample(session.process.pid)))
+            samples.append((elapsed, sample(session.process.pid, session.heap_file)))
         action = session.random.choice(ACTIONS)
         action(session)
         session.settle()
@@ -158,29 +161,32 @@ def use(session, seconds):
     return samples, done
 
 
+def lowest(samples):
+    """The lowest value of each resource."""
+    return [min(values) for values in zip(*(held for _, held in samples))]
+
+
 def print_table(samples):
     print("   time  " + "".join(f"{name:>10}" for name in TOLERANCES))
     lines = min(LINES_OF_TABLE, len(samples))
     for line in range(lines):
         part = samples[len(samples) * line // lines:len(samples) * (line + 1) // lines]
-        medians = [statistics.median(values) for values in zip(*(held for _, held in part))]
-        print(f"{part[-1][0]:6.0f} s " + "".join(f"{value:10.0f}" for value in medians))
+        print(f"{part[-1][0]:6.0f} s " + "".join(f"{value:10}" for value in lowest(part)))
 
 
 def trends(samples):
     """What grew from the second third to the last one by more than it may."""
     third = len(samples) // 3
-    for index, (name, tolerance) in enumerate(TOLERANCES.items()):
-        before, after = (statistics.median(held[index] for _, held in part)
-                         for part in (samples[third:2 * third], samples[2 * third:]))
-        if after - before > tolerance:
-            yield f"{name} grew from {before:.0f} to {after:.0f}"
+    before, after = lowest(samples[third:2 * third]), lowest(samples[2 * third:])
+    for (name, tolerance), old, new in zip(TOLERANCES.items(), before, after):
+        if new - old > tolerance:
+            yield f"{name} grew from {old} to {new}"
 
 
 def main():
-    program, minutes = sys.argv[1], int(sys.argv[2])
+    program, probe, minutes = sys.argv[1], sys.argv[2], int(sys.argv[3])
     with Soak(program) as session:
-        session.start()
+        session.start(LD_PRELOAD=probe, HEAP_FILE=str(session.heap_file))
         session.listener.deregister(FOCUS_EVENT)
         samples, done = use(session, minutes * 60)
         session.quit()
