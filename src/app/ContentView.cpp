@@ -1,9 +1,9 @@
 #include "app/ContentView.h"
 
 #include "app/ItemsLoad.h"
+#include "app/StatusTexts.h"
 #include "config/LogFile.h"
 #include "config/SettingsFile.h"
-#include "data/DataDirectory.h"
 #include "launch/TypedPath.h"
 
 #include <utility>
@@ -17,12 +17,6 @@ constexpr std::chrono::seconds launchRequestLifetime{1};
 
 /// A program that runs longer counts as opened.
 constexpr std::chrono::seconds programPatience{2};
-
-std::string loadedMessage(std::size_t itemCount, const std::string& dataDirectory) {
-    if (itemCount == 0)
-        return "No launch items found in " + dataDirectory;
-    return "Loaded " + std::to_string(itemCount) + " items";
-}
 
 } // namespace
 
@@ -140,16 +134,6 @@ void ContentView::select(const std::optional<UUID>& id) {
 std::optional<LaunchItem> ContentView::selectedItem() const {
     const auto position = filteredItems().positionOf(m_state.selectedItemID);
     return position ? std::optional(filteredItems()[*position]) : std::nullopt;
-}
-
-std::string ContentView::debugSummary() const {
-    std::string columns;
-    for (const std::string_view column : requiredColumns)
-        columns.append(columns.empty() ? "" : ", ").append(column);
-    return "CSV columns: " + columns +
-           " | Source is added by app | Ignore prefix: " + std::string(ignorePrefix) +
-           " | Data dir: " + m_state.appSettings.dataDirectoryPath +
-           " | Log dir: " + m_state.appSettings.logDirectoryPath;
 }
 
 void ContentView::launchSelected() {

@@ -80,9 +80,6 @@ public:
     FilteredItems filteredItems() const { return {m_state.items->list, *m_state.filteredRows}; }
     std::optional<LaunchItem> selectedItem() const;
 
-    /// The line below the table with the rules for data files and the two directories.
-    std::string debugSummary() const;
-
     /// Launches the selected item. Before the first items are there, the request is kept for a second, unless
     /// the search text changes.
     void launchSelected();

@@ -1,5 +1,6 @@
 #include "ui/MainWindow.h"
 
+#include "app/StatusTexts.h"
 #include "ui/AccessibleRole.h"
 #include "ui/DisplayText.h"
 #include "ui/Theme.h"
@@ -242,7 +243,7 @@ void MainWindow::showState() {
     m_itemCount->setLayoutDirection(naturalDirection(m_itemCount->text()));
     m_statusMessage->showText(state.lastActionMessage);
     m_statusLine->setVisible(state.appSettings.showStatusMessage);
-    m_debugSummary->showText(m_content.debugSummary());
+    m_debugSummary->showText(debugSummary(state.appSettings));
     m_debugSummary->setVisible(state.appSettings.showDebugSummary);
     if (m_isOnScreen)
         showDialogs();
