@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -69,16 +70,16 @@ struct CSVField {
 /// quote.
 void unescapeCSVField(char* text, CSVField& field);
 
-/// Calls `handler.field(CSVField)` for each field and `handler.endRow()` after each row, in order. The
-/// handler may overwrite the bytes of the field. Returns false if a quote is open at the end; the fields and
-/// rows are then invalid.
-template <auto scanBlock = scanCSVBlock, typename Handler>
-bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
+/// The fields and rows found so far, and the begin of the next field.
+template <typename Handler>
+struct CSVSplitter {
+    const char* text;
+    Handler& handler;
     std::size_t fieldBegin = 0;
-    bool fieldHasQuotes = false, atRowStart = true;
-    std::uint64_t quoted = 0; // all bits set while a quote is open
+    bool fieldHasQuotes = false;
+    bool atRowStart = true;
 
-    const auto separator = [&](std::size_t position) {
+    void endField(std::size_t position) {
         const char byte = text[position];
         const bool endsCRLF = byte == '\n' && atRowStart && position == fieldBegin && position > 0 &&
                               text[position - 1] == '\r';
@@ -89,8 +90,26 @@ bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
                 handler.endRow();
         }
         fieldBegin = position + 1;
-    };
+        fieldHasQuotes = false;
+    }
 
+    /// A last line without a line end is a row unless it is empty.
+    void endText(std::size_t size) {
+        const std::string_view lastField(text + fieldBegin, size - fieldBegin);
+        if (atRowStart && (lastField.empty() || lastField == "\"\""))
+            return;
+        handler.field(CSVField{fieldBegin, size, fieldHasQuotes});
+        handler.endRow();
+    }
+};
+
+/// Calls `handler.field(CSVField)` for each field and `handler.endRow()` after each row, in order. The
+/// handler may overwrite the bytes of the field. Returns false if a quote is open at the end; the fields and
+/// rows are then invalid.
+template <auto scanBlock = scanCSVBlock, typename Handler>
+bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
+    CSVSplitter<std::remove_reference_t<Handler>> splitter{.text = text, .handler = handler};
+    std::uint64_t quoted = 0; // all bits set while a quote is open
     std::array<char, 64> lastBlock{};
     for (std::size_t blockBegin = 0; blockBegin < size; blockBegin += 64) {
         const char* bytes = text + blockBegin;
@@ -106,21 +125,15 @@ bool tokenizeCSV(const char* text, std::size_t size, Handler&& handler) {
         }
         for (std::uint64_t rest = block.separators; rest != 0; rest &= rest - 1) {
             const std::uint64_t upTo = rest ^ (rest - 1);
-            fieldHasQuotes |= (block.quotes & upTo) != 0;
-            separator(blockBegin + static_cast<std::size_t>(std::countr_zero(rest)));
+            splitter.fieldHasQuotes |= (block.quotes & upTo) != 0;
+            splitter.endField(blockBegin + static_cast<std::size_t>(std::countr_zero(rest)));
             block.quotes &= ~upTo;
-            fieldHasQuotes = false;
         }
-        fieldHasQuotes |= block.quotes != 0;
+        splitter.fieldHasQuotes |= block.quotes != 0;
     }
     if (quoted != 0)
         return false;
-    // A last line without a line end is a row unless it is empty.
-    const std::string_view lastField(text + fieldBegin, size - fieldBegin);
-    if (!atRowStart || (!lastField.empty() && lastField != "\"\"")) {
-        handler.field(CSVField{fieldBegin, size, fieldHasQuotes});
-        handler.endRow();
-    }
+    splitter.endText(size);
     return true;
 }
 
