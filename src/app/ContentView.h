@@ -109,6 +109,10 @@ public:
     /// old settings stay, and false is returned.
     bool saveSettings(const LaunchSettings& settings);
     void applyAppearance();
+    /// See Desktop::readText.
+    void readText(Clipboard clipboard, std::function<void(const std::string&)> received) {
+        m_desktop.readText(clipboard, std::move(received));
+    }
 
     /// Asks the person to confirm that launch at login is disabled if it is enabled, else enabled.
     void requestStartupChange();

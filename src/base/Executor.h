@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -34,6 +35,19 @@ void runThen(Executor& executor, Work work, Finish finish) {
         auto result = std::make_shared<decltype(work())>(work());
         executor.post([result, finish = std::move(finish)]() mutable { finish(std::move(*result)); });
     });
+}
+
+/// Runs `work()` on another thread, then `finish(result)` on the window's thread: at once if the result is
+/// there within `patience`, for which this waits; otherwise later, as runThen does.
+template <typename Work, typename Finish>
+void runBriefly(Executor& executor, std::chrono::milliseconds patience, Work work, Finish finish) {
+    const auto promise = std::make_shared<std::promise<decltype(work())>>();
+    const auto result = promise->get_future().share();
+    executor.run([promise, work = std::move(work)]() mutable { promise->set_value(work()); });
+    if (result.wait_for(patience) == std::future_status::ready)
+        finish(result.get());
+    else
+        runThen(executor, [result] { return result.get(); }, std::move(finish));
 }
 
 /// Asks all questions at the same time and waits for the answers, together for at most `patience`. Returns

@@ -3,6 +3,7 @@
 #include "base/Result.h"
 #include "platform/Processes.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,12 @@ enum class StartupRegistrationStatus {
     enabled,
     requiresApproval, ///< registered, but switched off in the desktop's settings
     notFound,         ///< no executable to start is known
+};
+
+/// The two clipboards of a desktop.
+enum class Clipboard {
+    copied,   ///< what was copied
+    selected, ///< X11 and Wayland: what was selected last, pasted with the middle mouse button
 };
 
 /// What the desktop does for an application; one implementation per system. An error is the system's or the
@@ -57,6 +64,11 @@ public:
 
     /// Replaces the content of the clipboard by UTF-8 text; invalid bytes become replacement characters.
     virtual void copyText(const std::string& text) = 0;
+
+    /// Reads text from a clipboard and calls `received` with it, on the window's thread: before this returns,
+    /// or later when the program that owns the clipboard is slow. The text is empty when there is none or
+    /// that program does not answer within a second.
+    virtual void readText(Clipboard clipboard, std::function<void(const std::string&)> received) = 0;
 
     /// Sets the appearance of the application and all its windows.
     virtual void setAppearance(Appearance appearance) = 0;

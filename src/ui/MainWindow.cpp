@@ -3,6 +3,7 @@
 #include "app/StatusTexts.h"
 #include "ui/AccessibleRole.h"
 #include "ui/DisplayText.h"
+#include "ui/FieldClipboard.h"
 #include "ui/Theme.h"
 #include "ui/Translation.h"
 
@@ -134,6 +135,9 @@ void MainWindow::connectSearchBar() {
     SearchField& field = m_searchBar->searchField();
     field.onTextChange = [this](std::string text) { m_content.setSearchText(std::move(text)); };
     field.onDebugLog = [this](std::string_view line) { m_content.appendLogLine(line); };
+    new FieldClipboard(field, [this](Clipboard clipboard, FieldClipboard::Receiver received) {
+        m_content.readText(clipboard, std::move(received));
+    });
     field.onSubmit = [this] { m_content.launchSelected(); };
     field.onMoveUp = [this] { moveSelection(-1); };
     field.onMoveDown = [this] { moveSelection(+1); };

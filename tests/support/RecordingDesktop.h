@@ -35,6 +35,9 @@ public:
         return terminalResult;
     }
     void copyText(const std::string& text) override { record("copyText " + text); }
+    void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override {
+        received(clipboard == Clipboard::copied ? "copied text" : "selected text");
+    }
     void setAppearance(Appearance appearance) override { appearances.push_back(appearance); }
     StartupRegistrationStatus launchAtLoginStatus() override { return startupStatus; }
     Result<void> enableLaunchAtLogin() override { return changeLaunchAtLogin("enableLaunchAtLogin"); }

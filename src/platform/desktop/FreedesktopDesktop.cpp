@@ -9,6 +9,7 @@
 #include "platform/desktop/QtDesktop.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/Terminal.h"
+#include "platform/desktop/X11Selection.h"
 
 #include <cerrno>
 #include <future>
@@ -21,6 +22,13 @@ namespace {
 
 /// How long to wait for a file manager, which may have to be started first.
 constexpr int fileManagerTimeoutMilliseconds = 2000;
+
+/// How long to wait for the owner of a clipboard.
+constexpr std::chrono::seconds clipboardTimeLimit{1};
+/// How long to wait for it on the window's thread, so that what is typed next comes after the pasted text.
+constexpr std::chrono::milliseconds clipboardPatience{50};
+/// Of text read from a clipboard. More than a text field takes.
+constexpr std::size_t maximumClipboardText = std::size_t{1} << 20;
 
 /// Returns the file URL of a path, which may be relative to the current directory.
 std::string fileURL(const std::string& path) {
@@ -182,6 +190,21 @@ Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& direc
 
 void FreedesktopDesktop::copyText(const std::string& text) {
     putOnClipboard(text);
+}
+
+void FreedesktopDesktop::readText(Clipboard clipboard, std::function<void(const std::string&)> received) {
+    if (!isForeignX11Clipboard(clipboard))
+        return received(clipboardText(clipboard));
+    const X11Connection server = connectToX11();
+    if (!server)
+        return received({});
+    const char* const selection = clipboard == Clipboard::copied ? "CLIPBOARD" : "PRIMARY";
+    runBriefly(
+        m_executor, clipboardPatience,
+        [server, selection] {
+            return readX11Selection(server, selection, clipboardTimeLimit, maximumClipboardText);
+        },
+        std::move(received));
 }
 
 void FreedesktopDesktop::setAppearance(Appearance appearance) {

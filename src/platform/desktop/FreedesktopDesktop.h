@@ -37,6 +37,8 @@ public:
     /// Starts the installed terminal (see Terminal.h) and does not wait for it.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
+    /// Does not use Qt for the clipboard of another X11 program.
+    void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
     /// `system` follows the settings portal.
     void setAppearance(Appearance appearance) override;
     /// First replaces an entry registered under an old name.

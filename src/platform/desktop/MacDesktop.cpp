@@ -72,6 +72,10 @@ void MacDesktop::copyText(const std::string& text) {
     putOnClipboard(text);
 }
 
+void MacDesktop::readText(Clipboard clipboard, std::function<void(const std::string&)> received) {
+    received(clipboardText(clipboard));
+}
+
 void MacDesktop::setAppearance(Appearance appearance) {
     applyAppearance(appearance);
 }

@@ -23,6 +23,7 @@ public:
     Result<void> showDirectory(const std::string& path) override;
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     void copyText(const std::string& text) override;
+    void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
     void setAppearance(Appearance appearance) override;
     StartupRegistrationStatus launchAtLoginStatus() override;
     Result<void> enableLaunchAtLogin() override;

@@ -108,6 +108,10 @@ QPalette paletteOf(Appearance appearance) {
     return {}; // an empty palette: all colors come from the desktop and follow its changes
 }
 
+QClipboard::Mode modeOf(Clipboard clipboard) {
+    return clipboard == Clipboard::copied ? QClipboard::Clipboard : QClipboard::Selection;
+}
+
 bool hasApplication() {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
@@ -124,6 +128,18 @@ void putOnClipboard(const std::string& text) {
         QMetaObject::invokeMethod(QCoreApplication::instance(), [content = QString::fromStdString(text)] {
             QGuiApplication::clipboard()->setText(content);
         });
+}
+
+std::string clipboardText(Clipboard clipboard) {
+    return hasApplication() ? QGuiApplication::clipboard()->text(modeOf(clipboard)).toStdString()
+                            : std::string();
+}
+
+bool isForeignX11Clipboard(Clipboard clipboard) {
+    if (!hasApplication() || QGuiApplication::platformName() != QStringLiteral("xcb"))
+        return false;
+    const QClipboard& own = *QGuiApplication::clipboard();
+    return !(clipboard == Clipboard::copied ? own.ownsClipboard() : own.ownsSelection());
 }
 
 } // namespace kavendra
