@@ -2,6 +2,7 @@
 #include "app/ContentView.h"
 #include "app/WindowMenus.h"
 #include "config/SettingsFile.h"
+#include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ThreadExecutor.h"
 #include "platform/desktop/SystemDesktop.h"
@@ -40,6 +41,14 @@ std::vector<std::string> programEnvironment() {
         return entry.starts_with("XDG_ACTIVATION_TOKEN=") || entry.starts_with("DESKTOP_STARTUP_ID=");
     });
     return environment;
+}
+
+/// Returns the path of the built-in items, in the build tree or once installed.
+std::string builtInItemsPath() {
+    constexpr const char* name = "Built-in.csv";
+    const std::string inBuildTree = joinedPath(programDirectory(), name);
+    return exists(inBuildTree) ? inBuildTree
+                               : joinedPath(joinedPath(programDirectory(), KAVENDRA_RESOURCES), name);
 }
 
 /// Lets SIGTERM, SIGINT and SIGHUP end the event loop, as closing the window does. Call it before other
@@ -115,8 +124,7 @@ int main(int argc, char* argv[]) {
         _exit(0);
 
     const auto desktop = makeDesktop(processes, executor);
-    ContentView content(*desktop, processes, executor, configurationDirectoryPath(),
-                        joinedPath(programDirectory(), KAVENDRA_RESOURCES "/Built-in.csv"));
+    ContentView content(*desktop, processes, executor, configurationDirectoryPath(), builtInItemsPath());
     WindowMenus menus(content, *desktop, processes, executor);
     content.start(); // the files are read while the window is made
     const int status = showWindow(argc, argv, content, menus, *instance, executor);

@@ -132,8 +132,9 @@ class Session:
         self.query(text)
         press("Return")
 
-    def choose(self, *titles, click_at=None, button=1):
-        """Chooses an entry of the open menu, or of the menu that a click opens. Titles before the last are submenus."""
+    def choose(self, *titles, click_at=None, button=1, windows_after=1):
+        """Chooses an entry of the open menu, or of the menu that a click opens. Titles before the last are submenus.
+        Then waits for this number of windows and dialogs."""
         if click_at:
             click(click_at, button)
         self.windows_become(2)
@@ -155,7 +156,7 @@ class Session:
             self.eventually(f'the keyboard reaches "{title}"', is_reached)
             key = "Right"
         press("Return")
-        self.windows_become(1)
+        self.windows_become(windows_after)
 
     def windows(self):
         """The visible windows of the program, menus and dialogs included."""
