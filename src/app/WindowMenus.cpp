@@ -16,9 +16,9 @@ MenuQuestion question(std::function<bool()> function) {
 } // namespace
 
 WindowMenus::WindowMenus(ContentView& content, Desktop& desktop, Processes& processes, Executor& executor,
-                         std::string excelApplicationPath)
+                         MacTools tools)
     : m_content(content), m_executor(executor), m_launcher(desktop, processes, content.threadSafeLogLine()),
-      m_excel(m_launcher, std::move(excelApplicationPath)), m_itemActions(desktop, m_launcher),
+      m_excel(m_launcher, std::move(tools)), m_itemActions(desktop, m_launcher),
       m_typedPathActions(desktop, processes, m_launcher) {}
 
 /// Returns an entry whose action runs on another thread and reports its outcome.

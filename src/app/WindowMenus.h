@@ -20,7 +20,7 @@ public:
     /// `content`, `desktop`, `processes` and `executor` must outlive this, and this must outlive every menu
     /// and action.
     WindowMenus(ContentView& content, Desktop& desktop, Processes& processes, Executor& executor,
-                std::string excelApplicationPath = ExcelIntegration::defaultApplicationPath);
+                MacTools tools = macTools());
 
     Menu typedPathMenu();
 

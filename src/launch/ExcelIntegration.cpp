@@ -79,7 +79,7 @@ Result<std::string> makeReadOnlyCopy(const std::string& source) {
 }
 
 bool ExcelIntegration::isInstalled() const {
-    return exists(m_applicationPath);
+    return exists(m_tools.excel);
 }
 
 bool ExcelIntegration::canOpenTypedPath(std::string_view searchText) const {
@@ -113,8 +113,8 @@ ActionOutcome ExcelIntegration::open(const std::string& workbook, ExcelOpenMode 
     std::string message =
         "Opened " + description + " in Excel (" + modes[static_cast<std::size_t>(mode)] + ")";
     if (mode == ExcelOpenMode::readOnly)
-        return m_launcher.runProgram("/usr/bin/osascript", {"-e", excelScript(*file)}, std::move(message));
-    return m_launcher.runProgram("/usr/bin/open", {"-n", "-a", m_applicationPath, *file}, std::move(message));
+        return m_launcher.runProgram(m_tools.osascript, {"-e", excelScript(*file)}, std::move(message));
+    return m_launcher.runProgram(m_tools.open, {"-n", "-a", m_tools.excel, *file}, std::move(message));
 }
 
 } // namespace kavendra

@@ -2,6 +2,7 @@
 
 #include "data/LaunchItem.h"
 #include "launch/Launcher.h"
+#include "platform/MacTools.h"
 
 #include <array>
 #include <optional>
@@ -40,11 +41,9 @@ Result<std::string> makeReadOnlyCopy(const std::string& source);
 /// functions may be called on any thread, at the same time.
 class ExcelIntegration {
 public:
-    static constexpr const char* defaultApplicationPath = "/Applications/Microsoft Excel.app";
-
     /// `launcher` must outlive this.
-    explicit ExcelIntegration(Launcher& launcher, std::string applicationPath = defaultApplicationPath)
-        : m_launcher(launcher), m_applicationPath(std::move(applicationPath)) {}
+    explicit ExcelIntegration(Launcher& launcher, MacTools tools = macTools())
+        : m_launcher(launcher), m_tools(std::move(tools)) {}
 
     bool canOpenTypedPath(std::string_view searchText) const;
     bool canOpenItem(const LaunchItem& item) const;
@@ -57,7 +56,7 @@ private:
     ActionOutcome open(const std::string& workbook, ExcelOpenMode mode, const std::string& description);
 
     Launcher& m_launcher;
-    std::string m_applicationPath;
+    MacTools m_tools;
 };
 
 } // namespace kavendra

@@ -69,7 +69,8 @@ protected:
 
     const std::string home = configuration.path(), folder = home + "/folder", inner = folder + "/inner",
                       notes = home + "/notes.txt", tool = home + "/tool", excel = home + "/Excel.app";
-    WindowMenus menus{content, desktop, processes, executor, excel};
+    WindowMenus menus{content, desktop, processes, executor,
+                      MacTools{.open = macTools().open, .osascript = {}, .excel = excel}};
 };
 
 } // namespace

@@ -7,7 +7,7 @@ import sys
 import time
 from pathlib import Path
 
-from session import SECONDS_TO_WAIT, check, click, position, run
+from session import SECONDS_TO_WAIT, check, run
 
 
 def upgrade(s, request):
@@ -20,16 +20,10 @@ def upgrade(s, request):
 
 def register_launch_at_login(s, program):
     autostart = s.directory / "config/autostart"
-
-    def answer_yes():
-        s.choose("Launch at Login", click_at=position("Settings"), windows_after=2)
-        click(position("Yes"))
-        s.windows_become(1)
-
-    answer_yes()
+    s.toggle_launch_at_login()
     s.eventually("launch at login starts this program",
                  lambda: [program in entry.read_text() for entry in autostart.glob("*.desktop")] == [True])
-    answer_yes()
+    s.toggle_launch_at_login()
     s.eventually("the entry is removed", lambda: not list(autostart.glob("*.desktop")))
 
 

@@ -3,8 +3,9 @@
 usage: tools/on-virtual-desktop tests/end_to_end/menus.py PROGRAM"""
 
 import json
+import os
 
-from session import cell, click, named, output_of, position, press, run, type_text
+from session import cell, check, click, named, output_of, position, press, run, type_text
 
 # The columns of the table. Each right click is in another one: two in the same place would be a double click.
 TITLE, COMMAND, PARAMS, KEYWORDS = range(4)
@@ -26,7 +27,7 @@ def start(s):
     s.write_items("Other,other,,two\nNotes,{},a  b,three".format('"' + str(file).replace('"', '""') + '"'))
     desk = s.directory
     scripts = {
-        "xdg-terminal-exec": f'pwd >"{desk}/terminal"; while [ -d "{desk}" ]; do sleep 0.2; done',
+        "xdg-terminal-exec": f'"{desk}/bin/record" terminal "$PWD"; while [ -d "{desk}" ]; do sleep 0.2; done',
         # Runs until the test creates the file "go".
         "slow-editor": f'"{desk}/bin/record" slow-editor "$@"\n'
                        f'while [ -d "{desk}" ] && [ ! -e "{desk}/go" ]; do sleep 0.05; done',
@@ -91,8 +92,7 @@ def use_path_menu(s, file):
     s.status_becomes("0 items | Opened directory in Finder")
 
     s.choose("Open", "Open Directory with Terminal", click_at=position("Search path"))
-    s.eventually("a terminal starts in the directory",
-                 lambda: (s.directory / "terminal").read_text() == f"{file.parent}\n")
+    s.starts("a terminal starts in the directory", "terminal", file.parent)
     s.status_becomes("0 items | Opened directory in Terminal")
 
     s.choose("Open", "Open File with Slow & Steady", click_at=position("Search path"))
@@ -109,10 +109,20 @@ def use_path_menu(s, file):
     s.eventually("a path that does not exist hides the path button", lambda: not named("Search path"))
 
 
+def launch_at_login(s):
+    s.toggle_launch_at_login()
+    s.status_becomes("0 items | Enabled launch at login")
+    check("the program is registered", os.path.realpath(s.program) in s.system.login_item.read_text())
+    s.toggle_launch_at_login()
+    s.status_becomes("0 items | Disabled launch at login")
+    check("the program is no longer registered", not s.system.login_item.exists())
+
+
 def menus(s):
     file = start(s)
     use_row_menus(s, file)
     use_path_menu(s, file)
+    launch_at_login(s)
     s.quit()
 
 

@@ -50,6 +50,38 @@ def check(what, condition):
     print("ok:", what, flush=True)
 
 
+class Freedesktop:
+    """A freedesktop desktop below a directory: where the program has its files, and what starts applications."""
+
+    has_desktop_entries = True
+
+    def __init__(self, directory):
+        self.data = directory / "config/kavendra"
+        self.login_item = directory / "config/autostart/org.kavendra.Kavendra.desktop"
+        self.browser = directory / "data/applications/test-other-browser.desktop"
+
+    def command(self, application):
+        """The beginning of the line that the start of an application records."""
+        return [application]
+
+
+class MacOS(Freedesktop):
+    """The same for macOS, where open(1) starts applications."""
+
+    has_desktop_entries = False
+
+    def __init__(self, directory):
+        super().__init__(directory)
+        self.data = directory / "home/Library/Application Support/kavendra"
+        self.login_item = directory / "home/Library/LaunchAgents/org.kavendra.Kavendra.plist"
+        self.browser = directory / "Applications/Browser.app"
+
+    def command(self, application):
+        options = {"browser": [], "editor": [], "files": [], "terminal": ["-a", "Terminal"],
+                   "other-browser": ["-a", self.browser]}
+        return ["open", *options[application]] if application in options else [application]
+
+
 class Session:
     """A test desktop in a temporary directory, and kavendra on it."""
 
@@ -65,12 +97,14 @@ class Session:
             if name not in ("DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
                 os.environ[name] = value
         self.home, self.programs = self.directory / "home", self.directory / "bin"
-        self.data = self.directory / "config/kavendra"
+        is_in_bundle = "/Contents/MacOS/" in program
+        self.system = MacOS(self.directory) if is_in_bundle else Freedesktop(self.directory)
+        self.data = self.system.data
         self.log, self.record = self.data / "kavendra.log", self.directory / "record"
         self.home.mkdir()
         self.record.touch()
         os.environ.update(HOME=str(self.home), ASAN_OPTIONS="detect_leaks=0",
-                          PATH=f"{self.programs}:{os.environ['PATH']}")
+                          PATH=f"{self.programs}:{self.directory}/usr/bin:{os.environ['PATH']}")
         Atspi.init()
         # The name of the widget is asked for later: the program may be busy now.
         self.listener = Atspi.EventListener.new(lambda event: event.detail1 and self.focused.append(event.source))
@@ -88,7 +122,7 @@ class Session:
 
     def write_items(self, rows):
         """Writes the data file tools.csv with these rows below the header."""
-        self.data.mkdir(exist_ok=True)
+        self.data.mkdir(parents=True, exist_ok=True)
         (self.data / "tools.csv").write_text(f"Title,Command,Params,Keywords\n{rows}\n")
 
     def start_helper(self, *command, **options):
@@ -158,6 +192,11 @@ class Session:
         press("Return")
         self.windows_become(windows_after)
 
+    def toggle_launch_at_login(self):
+        self.choose("Launch at Login", click_at=position("Settings"), windows_after=2)
+        click(position("Yes"))
+        self.windows_become(1)
+
     def windows(self):
         """The visible windows of the program, menus and dialogs included."""
         return xdotool("search", "--onlyvisible", "--pid", self.process.pid)
@@ -192,9 +231,10 @@ class Session:
     def focus_becomes(self, what, pattern):
         self.eventually(what, lambda: fnmatch.fnmatchcase(self.focus(), pattern))
 
-    def starts(self, what, *words):
+    def starts(self, what, application, *words):
         """Waits until an application of the desktop was started with these words."""
-        self.eventually(what, lambda: "\t".join(map(str, words)) in self.record.read_text().splitlines())
+        line = "\t".join(map(str, [*self.system.command(application), *words]))
+        self.eventually(what, lambda: line in self.record.read_text().splitlines())
 
 
 def run(*scenarios):

@@ -44,7 +44,8 @@ protected:
 
     const std::string workbook = home.path("Book.XLSX"), excelPath = home.path("Microsoft Excel.app"),
                       copiesDirectory = home.path("tmp/kavendra-excel-readonly");
-    ExcelIntegration excel{launcher, excelPath};
+    ExcelIntegration excel{
+        launcher, MacTools{.open = macTools().open, .osascript = macTools().osascript, .excel = excelPath}};
     std::set<std::string> knownCopies;
 };
 
@@ -80,7 +81,7 @@ TEST_F(ExcelIntegrationTest, opensTheWorkbookOrACopyInEachMode) {
         EXPECT_EQ(outcome, "Opened search path in Excel (new session, read-only)" + run + newCopy());
         EXPECT_EQ(knownCopies.size(), copies) << "each open makes a copy";
     }
-    EXPECT_STREQ(ExcelIntegration::defaultApplicationPath, "/Applications/Microsoft Excel.app");
+    EXPECT_EQ(macTools().excel, "/Applications/Microsoft Excel.app");
 }
 
 TEST_F(ExcelIntegrationTest, scriptEscapesThePath) {

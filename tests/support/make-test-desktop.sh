@@ -6,6 +6,8 @@
 # environment variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
 #
 #     while read -r variable; do export "$variable"; done < DIRECTORY/environment
+#
+# DIRECTORY also has the tools of macOS that are called, and Microsoft Excel, at their paths on a Mac.
 set -eu
 
 directory=$(cd "$1" && pwd)
@@ -59,6 +61,21 @@ text/csv=test-editor.desktop
 inode/directory=test-files.desktop
 END
 
+mkdir -p "$directory/usr/bin" "$directory/Applications/Microsoft Excel.app" "$directory/Applications/Browser.app"
+# Like open(1), it fails when no application opens the file.
+cat > "$directory/usr/bin/open" <<END
+#!/bin/sh
+for argument; do
+    case \$argument in *.unknown) echo "No application knows how to open URL file://\$argument." >&2; exit 1 ;; esac
+done
+exec "$directory/bin/record" open "\$@"
+END
+cat > "$directory/usr/bin/osascript" <<END
+#!/bin/sh
+exec "$directory/bin/record" osascript "\$@"
+END
+chmod +x "$directory/usr/bin/open" "$directory/usr/bin/osascript"
+
 cat > "$directory/environment" <<END
 XDG_DATA_HOME=$directory/data
 XDG_DATA_DIRS=$directory/none
@@ -67,4 +84,5 @@ XDG_CONFIG_DIRS=$directory/none
 XDG_CACHE_HOME=$directory/cache
 XDG_RUNTIME_DIR=$directory/runtime
 DBUS_SESSION_BUS_ADDRESS=disabled:
+KAVENDRA_TEST_DESKTOP=$directory
 END

@@ -13,8 +13,6 @@ namespace kavendra {
 
 namespace {
 
-constexpr const char* openTool = "/usr/bin/open";
-
 /// Returns a path that open(1) does not take for an option ("-a") or an address ("http:x").
 std::string unambiguousPath(const std::string& path) {
     return path.starts_with('/') ? path : "./" + path;
@@ -23,7 +21,7 @@ std::string unambiguousPath(const std::string& path) {
 } // namespace
 
 Result<void> MacDesktop::open(const std::vector<std::string>& arguments) {
-    const Result<ProgramOutcome> outcome = m_processes.runAndWait(openTool, arguments);
+    const Result<ProgramOutcome> outcome = m_processes.runAndWait(m_openTool, arguments);
     if (!outcome)
         return std::unexpected(outcome.error());
     if (!outcome->succeeded)
@@ -62,9 +60,9 @@ Result<void> MacDesktop::showDirectory(const std::string& path) {
 
 Result<ProgramOutcome> MacDesktop::openTerminal(const std::string& directory) {
     Result<ProgramOutcome> outcome =
-        m_processes.runAndWait(openTool, {"-a", "Terminal", unambiguousPath(directory)});
+        m_processes.runAndWait(m_openTool, {"-a", "Terminal", unambiguousPath(directory)});
     if (outcome && !isValidUTF8(outcome->standardError))
-        outcome->standardError = openTool;
+        outcome->standardError = m_openTool;
     return outcome;
 }
 

@@ -1,16 +1,22 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/MacTools.h"
 #include "platform/Processes.h"
+
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace kavendra {
 
 /// The macOS desktop through open(1), which returns once Launch Services has answered. Needs no macOS
-/// headers, so its command lines are tested on every system.
+/// headers, so it is tested on every system.
 class MacDesktop : public Desktop {
 public:
     /// `processes` must outlive this.
-    explicit MacDesktop(Processes& processes) : m_processes(processes) {}
+    explicit MacDesktop(Processes& processes, std::string openTool = macTools().open)
+        : m_processes(processes), m_openTool(std::move(openTool)) {}
 
     Result<void> openURL(const std::string& url) override;
     Result<void> openFile(const std::string& path) override;
@@ -34,6 +40,7 @@ private:
     Result<void> open(const std::vector<std::string>& arguments);
 
     Processes& m_processes;
+    std::string m_openTool;
 };
 
 } // namespace kavendra

@@ -1,0 +1,9 @@
+#include "platform/MacTools.h"
+
+namespace kavendra {
+
+MacTools macTools() {
+    return MacTools::below({});
+}
+
+} // namespace kavendra
