@@ -17,18 +17,9 @@ using ContentViewTest = ContentViewFixture;
 
 } // namespace
 
-TEST_F(ContentViewTest, startsEmptyAndHasNothingToLaunch) {
-    EXPECT_EQ(status(), "No item launched");
-    EXPECT_TRUE(state().items->list.empty());
-    EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
-    writeItems("");
-    start();
-    content.launchSelected();
-    EXPECT_EQ(status(), "No item selected");
-    EXPECT_EQ(dialogText(), "no dialog");
-}
-
 TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
+    EXPECT_EQ(status(), "No item launched");
+    EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
     desktop.startupStatus = StartupRegistrationStatus::enabled;
     start();
     EXPECT_EQ(status(), "Loaded 3 items");
@@ -36,14 +27,6 @@ TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
     EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
     EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
     EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
-}
-
-TEST_F(ContentViewTest, missingDataDirectoryIsCreatedAndEmpty) {
-    std::filesystem::remove_all(configuration.path("data"));
-    start();
-    EXPECT_EQ(status(), "No launch items found in " + configuration.path("data"));
-    EXPECT_EQ(dialogText(), "no dialog");
-    EXPECT_TRUE(std::filesystem::is_directory(configuration.path("data")));
 }
 
 TEST_F(ContentViewTest, searchTextFiltersAndKeepsTheSelectionVisible) {
@@ -55,7 +38,8 @@ TEST_F(ContentViewTest, searchTextFiltersAndKeepsTheSelectionVisible) {
     content.setSearchText("COMMON first");
     EXPECT_EQ(selectedTitle(), "alpha");
     content.setSearchText("nowhere");
-    EXPECT_EQ(selectedTitle(), "nothing");
+    content.launchSelected();
+    EXPECT_EQ(status(), "No item selected");
     content.setSearchText("");
     EXPECT_EQ(selectedTitle(), "alpha");
     EXPECT_EQ(content.filteredItems().size(), 3U);

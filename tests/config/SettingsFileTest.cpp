@@ -147,11 +147,4 @@ TEST(ConfigurationFiles, missingStateGetsTheColumnWidthsOfOlderSettings) {
         EXPECT_EQ(stateOfOlderSettings(settingsWith(members)), LaunchState{}) << members;
 }
 
-TEST(ConfigurationFiles, failWithTheSystemsReason) {
-    const TemporaryDirectory parent;
-    parent.write("file", "");
-    EXPECT_EQ(prepareConfigurationFiles(parent.path("file/kavendra")).error().description,
-              parent.path("file/kavendra") + ": Not a directory");
-}
-
 } // namespace kavendra

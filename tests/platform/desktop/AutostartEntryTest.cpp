@@ -11,14 +11,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <ostream>
-
 namespace kavendra {
-
-void PrintTo(StartupRegistrationStatus status, std::ostream* out) {
-    constexpr std::array names{"notRegistered", "enabled", "requiresApproval", "notFound"};
-    *out << names.at(static_cast<std::size_t>(status));
-}
 
 namespace {
 

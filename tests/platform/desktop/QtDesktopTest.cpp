@@ -15,31 +15,20 @@ TEST(QtDesktop, textHasEnoughContrastInBothPalettes) {
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     const QPalette before = QGuiApplication::palette();
-    struct Pair {
-        QPalette::ColorRole text, background;
+    using enum QPalette::ColorRole;
+    std::vector<std::pair<QPalette::ColorRole, QPalette::ColorRole>> pairs{
+        {Text, AlternateBase},      {WindowText, Button},         {ButtonText, Button},
+        {ToolTipText, ToolTipBase}, {HighlightedText, Highlight},
     };
+    for (const QPalette::ColorRole text : {WindowText, Text, PlaceholderText, Link, LinkVisited})
+        for (const QPalette::ColorRole background : {Window, Base})
+            pairs.emplace_back(text, background);
     for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
         applyAppearance(appearance);
         const QPalette palette = QGuiApplication::palette();
         EXPECT_EQ(luminance(palette.color(QPalette::Base)) < 0.5, appearance == Appearance::dark);
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
-            for (const auto& [text, background] : {
-                     Pair{QPalette::WindowText, QPalette::Window},
-                     Pair{QPalette::Text, QPalette::Base},
-                     Pair{QPalette::Text, QPalette::AlternateBase},
-                     Pair{QPalette::WindowText, QPalette::Base},
-                     Pair{QPalette::Text, QPalette::Window},
-                     Pair{QPalette::WindowText, QPalette::Button},
-                     Pair{QPalette::PlaceholderText, QPalette::Base},
-                     Pair{QPalette::PlaceholderText, QPalette::Window},
-                     Pair{QPalette::ButtonText, QPalette::Button},
-                     Pair{QPalette::ToolTipText, QPalette::ToolTipBase},
-                     Pair{QPalette::HighlightedText, QPalette::Highlight},
-                     Pair{QPalette::Link, QPalette::Base},
-                     Pair{QPalette::Link, QPalette::Window},
-                     Pair{QPalette::LinkVisited, QPalette::Base},
-                     Pair{QPalette::LinkVisited, QPalette::Window},
-                 })
+            for (const auto& [text, background] : pairs)
                 EXPECT_GE(contrast(palette.color(group, text), palette.color(group, background)),
                           smallestTextContrast)
                     << "appearance " << static_cast<int>(appearance) << ", group " << group << ", "
