@@ -54,11 +54,7 @@ protected:
 MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
     : m_content(content), m_menus(menus), m_searchBar(new SearchBar), m_table(new ItemTable),
       m_statusLine(new QWidget), m_itemCount(new QLabel), m_statusMessage(new ElidedLabel),
-      m_debugSummary(new ElidedLabel),
-      m_errorDialog(new MessageDialog(this, {{QDialogButtonBox::Ok, translated("OK")}})),
-      m_confirmationDialog(new MessageDialog(
-          this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}})),
-      m_progressLine(new ProgressLine(this)) {
+      m_debugSummary(new ElidedLabel), m_progressLine(new ProgressLine(this)) {
     setMinimumSize(minimumWindowSize);
     resize(defaultSize);
     layOut();
@@ -66,7 +62,6 @@ MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
     setFocusOrder();
     connectSearchBar();
     connectTable();
-    connectDialogs();
     m_content.stateChanged = [this] { showState(); };
     applyColors();
     showState();
@@ -119,8 +114,6 @@ void MainWindow::setTexts() {
     m_itemCount->setObjectName("itemCount");
     m_statusMessage->setObjectName("statusMessage");
     m_debugSummary->setObjectName("debugSummary");
-    m_errorDialog->setObjectName("errorDialog");
-    m_confirmationDialog->setObjectName("confirmationDialog");
 }
 
 void MainWindow::setFocusOrder() {
@@ -161,11 +154,25 @@ void MainWindow::connectTable() {
     m_table->generalMenuProvider = [this] { return m_menus.generalMenu(); };
 }
 
-void MainWindow::connectDialogs() {
-    connect(m_errorDialog, &QDialog::finished, this, [this] { m_content.dismissErrorDialog(); });
-    connect(m_confirmationDialog, &QDialog::finished, this, [this](int answer) {
-        answer == QDialog::Accepted ? m_content.confirmStartupChange() : m_content.cancelStartupChange();
-    });
+MessageDialog& MainWindow::errorDialog() {
+    if (!m_errorDialog) {
+        m_errorDialog = new MessageDialog(this, {{QDialogButtonBox::Ok, translated("OK")}});
+        m_errorDialog->setObjectName("errorDialog");
+        connect(m_errorDialog, &QDialog::finished, this, [this] { m_content.dismissErrorDialog(); });
+    }
+    return *m_errorDialog;
+}
+
+MessageDialog& MainWindow::confirmationDialog() {
+    if (!m_confirmationDialog) {
+        m_confirmationDialog = new MessageDialog(
+            this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}});
+        m_confirmationDialog->setObjectName("confirmationDialog");
+        connect(m_confirmationDialog, &QDialog::finished, this, [this](int answer) {
+            answer == QDialog::Accepted ? m_content.confirmStartupChange() : m_content.cancelStartupChange();
+        });
+    }
+    return *m_confirmationDialog;
 }
 
 void MainWindow::comeForward(const std::string& activationToken) {
@@ -256,13 +263,13 @@ void MainWindow::showState() {
 void MainWindow::showDialogs() {
     const ContentViewState& state = m_content.state();
     if (state.errorDialogMessage) // English with paths
-        m_errorDialog->showMessage(QString::fromUtf8(*state.errorDialogMessage), Qt::LeftToRight);
-    else
+        errorDialog().showMessage(QString::fromUtf8(*state.errorDialogMessage), Qt::LeftToRight);
+    else if (m_errorDialog)
         m_errorDialog->hide();
     if (const auto action = state.pendingStartupRegistrationAction) {
         const QString question = translated(std::string(confirmationMessage(*action)).c_str());
-        m_confirmationDialog->showMessage(question, naturalDirection(question));
-    } else {
+        confirmationDialog().showMessage(question, naturalDirection(question));
+    } else if (m_confirmationDialog) {
         m_confirmationDialog->hide();
     }
 }

@@ -34,9 +34,10 @@ private:
     void setFocusOrder();
     void connectSearchBar();
     void connectTable();
-    void connectDialogs();
     void showState();
     void showDialogs();
+    MessageDialog& errorDialog();
+    MessageDialog& confirmationDialog();
     void placeProgressLine();
     void applyColors();
     void moveSelection(int offset);
@@ -50,8 +51,8 @@ private:
     QLabel* m_itemCount;
     ElidedLabel* m_statusMessage;
     ElidedLabel* m_debugSummary;
-    MessageDialog* m_errorDialog;
-    MessageDialog* m_confirmationDialog;
+    MessageDialog* m_errorDialog = nullptr;        ///< made on first use
+    MessageDialog* m_confirmationDialog = nullptr; ///< made on first use
     ProgressLine* m_progressLine;
     bool m_isOnScreen = false; ///< painted at least once
 };

@@ -47,9 +47,12 @@ bool isTemporary(Qt::FocusReason reason) {
 } // namespace
 
 SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
-    setClearButtonEnabled(true);
     setMaxLength(maximumQueryLength);
     m_icon = addAction(QIcon(), LeadingPosition);
+    m_clearAction = addAction(QIcon(), TrailingPosition);
+    m_clearAction->setToolTip(translated("Clear"));
+    m_clearAction->setVisible(false);
+    connect(m_clearAction, &QAction::triggered, this, &QLineEdit::clear);
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setAccessibleName(button->defaultAction() == m_icon ? translated("Search icon")
                                                                     : translated("Clear"));
@@ -58,6 +61,7 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     m_selectAllTimer.setInterval(0);
     m_selectAllTimer.callOnTimeout(this, &SearchField::selectWholeText);
     connect(this, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_clearAction->setVisible(!text.isEmpty());
         const std::string value = text.toStdString();
         debugLog("controlTextDidChange value=", value);
         onTextChange(value);
@@ -79,6 +83,7 @@ void SearchField::showText(const std::string& text) {
         return;
     const QSignalBlocker silent(this);
     setText(shown);
+    m_clearAction->setVisible(!shown.isEmpty());
 }
 
 void SearchField::keyPressEvent(QKeyEvent* event) {
@@ -226,7 +231,7 @@ void SearchField::selectWholeText() {
 
 void SearchField::changeEvent(QEvent* event) {
     QLineEdit::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange && m_icon)
+    if (event->type() == QEvent::PaletteChange && m_clearAction)
         applyColors();
 }
 
@@ -234,6 +239,7 @@ void SearchField::applyColors() {
     // The field's own palette already has the colour that is set here.
     const QPalette& system = QGuiApplication::palette();
     m_icon->setIcon(tintedIcon("search", secondaryTextColor(system)));
+    m_clearAction->setIcon(tintedIcon("clear", secondaryTextColor(system)));
     QPalette own = palette();
     own.setColor(QPalette::Base, searchFieldColor(system));
     if (own != palette())

@@ -58,6 +58,7 @@ private:
     void debugLog(const Pieces&... pieces) const;
 
     QAction* m_icon = nullptr;
+    QAction* m_clearAction = nullptr; ///< visible only with text
     bool m_isComposing = false;
 
     // How select-all works: m_selectAllTimer fires once the event that requested it has been handled; any

@@ -41,7 +41,7 @@ protected:
         return nullptr;
     }
 
-    QTextEdit& message = *window.findChild<QDialog*>("errorDialog")->findChild<QTextEdit*>();
+    QTextEdit& message() { return *window.findChild<QDialog*>("errorDialog")->findChild<QTextEdit*>(); }
     SearchBar& bar = dynamic_cast<SearchBar&>(*field.parentWidget());
     MenuButton& folderButton = bar.folderButton();
     MenuButton& settingsButton = bar.settingsButton();
@@ -182,7 +182,7 @@ TEST_F(MainWindowTest, pathsRunLeftToRightInEveryLayoutDirection) {
         const QRect inside = cell(0, 1).adjusted(2, 0, -2, 0);
         EXPECT_TRUE(isHeavierOnTheRight(table.viewport()->grab(inside).toImage())) << "table";
         EXPECT_TRUE(isHeavierOnTheRight(statusMessage.grab().toImage())) << "status line";
-        EXPECT_TRUE(isHeavierOnTheRight(message.viewport()->grab().toImage())) << "dialog";
+        EXPECT_TRUE(isHeavierOnTheRight(message().viewport()->grab().toImage())) << "dialog";
     }
     QApplication::setLayoutDirection(Qt::LeftToRight);
 }
@@ -239,7 +239,7 @@ TEST_F(MainWindowTest, comesForwardFromEveryState) {
     content.reportFailure("a failure");
     window.showMinimized();
     window.comeForward("");
-    EXPECT_TRUE(QTest::qWaitForWindowActive(message.window())) << "the dialog is in front";
+    EXPECT_TRUE(QTest::qWaitForWindowActive(message().window())) << "the dialog is in front";
 }
 
 } // namespace kavendra

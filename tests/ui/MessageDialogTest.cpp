@@ -17,8 +17,17 @@ protected:
         QTest::mouseClick(dialog.findChild<QDialogButtonBox*>()->button(button), Qt::LeftButton);
     }
 
-    QDialog& error = *window.findChild<QDialog*>("errorDialog");
-    QDialog& confirmation = *window.findChild<QDialog*>("confirmationDialog");
+    /// Returns a dialog, which the window makes on first use.
+    QDialog& madeDialog(const char* name) {
+        content.reportFailure({});
+        content.dismissErrorDialog();
+        content.requestStartupChange();
+        content.cancelStartupChange();
+        return *window.findChild<QDialog*>(name);
+    }
+
+    QDialog& error = madeDialog("errorDialog");
+    QDialog& confirmation = madeDialog("confirmationDialog");
     QTextEdit& message = *error.findChild<QTextEdit*>();
     QTextEdit& question = *confirmation.findChild<QTextEdit*>();
 };
