@@ -8,7 +8,6 @@
 #include "platform/desktop/SystemDesktop.h"
 #include "ui/EnterAutoRepeatFilter.h"
 #include "ui/MainWindow.h"
-#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QApplication>
@@ -73,7 +72,6 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kavendra"));
     QApplication::setDesktopFileName(QStringLiteral(KAVENDRA_APPLICATION_ID));
-    QApplication::setWindowIcon(applicationIcon());
     QPixmapCache::setCacheLimit(pixmapCacheLimit);
     installTranslations();
     EnterAutoRepeatFilter enterAutoRepeat;
@@ -87,6 +85,7 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
     {
         MainWindow window(content, menus);
         instance.onActivate = [&window](const std::string& token) { window.comeForward(token); };
+        executor.runPosted(); // items that are there already are in the first picture
         window.show();
         status = QApplication::exec();
         // From now on the process ends in time, even if the bus or the display server does not answer.

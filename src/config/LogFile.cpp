@@ -36,13 +36,14 @@ Result<void> appendToLog(const std::string& logDirectory, std::string_view messa
     if (auto created = createDirectories(logDirectory); !created)
         return created;
     const std::string path = logFilePath(logDirectory);
-    return exists(path) ? appendToFile(path, line) : writeFileAtomically(path, line, logPermissions);
+    return exists(path) ? appendToFile(path, line)
+                        : writeFileAtomically(path, line, logPermissions, Flush::no);
 }
 
 Result<void> resetLog(const std::string& logDirectory) {
     if (auto created = createDirectories(logDirectory); !created)
         return created;
-    return writeFileAtomically(logFilePath(logDirectory), {}, logPermissions);
+    return writeFileAtomically(logFilePath(logDirectory), {}, logPermissions, Flush::no);
 }
 
 } // namespace kavendra

@@ -54,7 +54,8 @@ void removeLeftovers(const std::string& target) {
 class TemporaryFile {
 public:
     /// Creates an empty file. On failure the object is false and error() is the errno value.
-    TemporaryFile(const std::string& target, mode_t permissions) : m_target(target) {
+    TemporaryFile(const std::string& target, mode_t permissions, Flush flush = Flush::yes)
+        : m_target(target), m_flush(flush) {
         removeLeftovers(target);
         const std::string prefix = joinedPath(parentPath(target), temporaryNamePrefix(target));
         // Try again if another process has removed the file before it was locked.
@@ -92,7 +93,7 @@ public:
     Result<void> write(std::string_view content) {
         if (auto written = writeAll(m_file, m_target, content); !written)
             return written;
-        if (fsync(m_file.get()) != 0)
+        if (m_flush == Flush::yes && fsync(m_file.get()) != 0)
             return systemFailure(m_target, errno);
         return {};
     }
@@ -104,6 +105,8 @@ public:
             return false;
         }
         m_path.clear();
+        if (m_flush == Flush::no)
+            return true;
         // Flushes the rename. An error is ignored: a power cut could only bring the old file back.
         if (const auto directory = openFile(std::string(parentPath(m_target)), O_RDONLY | O_DIRECTORY))
             fsync(directory->get());
@@ -118,6 +121,7 @@ private:
 
     std::string m_target;
     std::string m_path;
+    Flush m_flush;
     FileDescriptor m_file;
     int m_reason = 0;
 };
@@ -205,10 +209,11 @@ Result<void> replaceFile(const std::string& path, std::string_view content) {
     return writeInPlace(*file, *target, content, static_cast<std::size_t>(status->st_size));
 }
 
-Result<void> writeFileAtomically(const std::string& path, std::string_view content, mode_t permissions) {
+Result<void> writeFileAtomically(const std::string& path, std::string_view content, mode_t permissions,
+                                 Flush flush) {
     if (containsNUL(path))
         return systemFailure(path, EINVAL);
-    TemporaryFile temporary(path, permissions);
+    TemporaryFile temporary(path, permissions, flush);
     if (!temporary)
         return systemFailure(path, temporary.error());
     if (auto written = temporary.write(content); !written)

@@ -21,9 +21,12 @@ namespace kavendra {
 /// several pages, can leave a mixture of both contents.
 Result<void> replaceFile(const std::string& path, std::string_view content);
 
+/// Whether a file is flushed to the disk, which may take long, so that it survives a power cut.
+enum class Flush { yes, no };
+
 /// Creates or replaces the file at `path`; a symbolic link is replaced, not followed. The new file has
 /// `permissions` without the bits of the process's umask.
-Result<void> writeFileAtomically(const std::string& path, std::string_view content,
-                                 mode_t permissions = 0666);
+Result<void> writeFileAtomically(const std::string& path, std::string_view content, mode_t permissions = 0666,
+                                 Flush flush = Flush::yes);
 
 } // namespace kavendra

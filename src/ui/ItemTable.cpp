@@ -204,6 +204,11 @@ void ItemTable::paintEvent(QPaintEvent* event) {
 }
 
 bool ItemTable::viewportEvent(QEvent* event) {
+    const bool isActivation =
+        event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
+    // QTableView would paint all rows a second time at the start, when the window becomes active.
+    if (isActivation && palette().isEqual(QPalette::Active, QPalette::Inactive))
+        return QAbstractScrollArea::viewportEvent(event);
     if (event->type() != QEvent::ToolTip)
         return QTableView::viewportEvent(event);
     const auto* help = static_cast<QHelpEvent*>(event);

@@ -210,11 +210,17 @@ void MainWindow::chooseDataDirectory() {
         m_menus.changeDataDirectory(QFile::encodeName(dialog.selectedFiles().constFirst()).toStdString());
 }
 
-// A dialog that opens before its window is painted is not placed over it by the window manager.
+// A dialog that opens before its window is painted is not placed over it by the window manager. The icon is
+// rendered in several sizes, which the first picture does not need.
 void MainWindow::paintEvent(QPaintEvent* event) {
     QWidget::paintEvent(event);
     if (!std::exchange(m_isOnScreen, true))
-        QMetaObject::invokeMethod(this, [this] { showDialogs(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, [this] { finishStart(); }, Qt::QueuedConnection);
+}
+
+void MainWindow::finishStart() {
+    QApplication::setWindowIcon(applicationIcon());
+    showDialogs();
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event) {

@@ -35,6 +35,7 @@ private:
     void connectSearchBar();
     void connectTable();
     void showState();
+    void finishStart();
     void showDialogs();
     MessageDialog& errorDialog();
     MessageDialog& confirmationDialog();
