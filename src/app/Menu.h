@@ -21,6 +21,7 @@ struct MenuEntry {
     bool isEnabled = true;
     std::optional<bool> isChecked = {}; ///< state of the check mark; none for an entry without one
     std::vector<MenuEntry> submenu = {};
+    std::string shortcut = {};         ///< shown: the key of the window that does the same, as "F5"
     std::function<void()> action = {}; ///< none for a submenu and a separator
     MenuQuestion question = {};        ///< its answer becomes isEnabled; see enableByQuestions
 

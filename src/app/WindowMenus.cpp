@@ -76,7 +76,9 @@ Menu WindowMenus::excelMenu(const MenuQuestion& question,
 }
 
 Menu WindowMenus::generalMenu() {
-    return {{.title = KAVENDRA_TEXT("Reload Data Files"), .action = [this] { m_content.reloadData(); }},
+    return {{.title = KAVENDRA_TEXT("Reload Data Files"),
+             .shortcut = "F5",
+             .action = [this] { m_content.reloadData(); }},
             dataDirectoryEntry()};
 }
 

@@ -20,6 +20,11 @@ namespace {
 
 constexpr int rowPadding = 10; ///< above and below the text of a row, together
 
+bool typesText(const QKeyEvent& event) {
+    const bool isCommand = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    return !isCommand && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 } // namespace
 
 ItemTable::ItemTable(QWidget* parent) : QTableView(parent), m_header(new ItemTableHeader(this)) {
@@ -107,6 +112,8 @@ void ItemTable::keyPressEvent(QKeyEvent* event) {
         showMenuOfSelectedRow(); // stands for the menu key
     else if ((key == Qt::Key_Up || key == Qt::Key_Down) && event->modifiers().testFlag(Qt::ControlModifier))
         moveToEdge(key);
+    else if (typesText(*event))
+        onType(*event);
     else
         QTableView::keyPressEvent(event);
 }

@@ -21,6 +21,8 @@ public:
     std::function<void(const LaunchItem&)> onActivate;
     /// Called after the event that changed the selection.
     std::function<void(const std::optional<UUID>&)> onSelect;
+    /// Called for a key that types text.
+    std::function<void(QKeyEvent&)> onType;
     /// As ItemTableHeader::onWidthChange.
     std::function<void(const std::string& columnIdentifier, double width)> onColumnWidthChange;
 

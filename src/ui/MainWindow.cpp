@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 
@@ -145,6 +146,7 @@ void MainWindow::connectSearchBar() {
 void MainWindow::connectTable() {
     m_table->onActivate = [this](const LaunchItem& item) { m_content.launch(item); };
     m_table->onSelect = [this](const std::optional<UUID>& id) { m_content.select(id); };
+    m_table->onType = [this](QKeyEvent& event) { m_searchBar->searchField().continueWith(event); };
     m_table->onColumnWidthChange = [this](const std::string& columnIdentifier, double width) {
         m_content.updateColumnWidth(columnIdentifier, width);
     };
@@ -232,6 +234,21 @@ void MainWindow::resizeEvent(QResizeEvent* event) {
 void MainWindow::placeProgressLine() {
     const int height = ProgressLine::height;
     m_progressLine->setGeometry(0, m_searchBar->sizeHint().height() - height, width(), height);
+}
+
+// Keys that the focused widget has not used. They are no QShortcuts, because these would act during a press
+// on a row, which holds all keys back.
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    const bool isCommand = event->modifiers() == Qt::ControlModifier;
+    if (key == Qt::Key_F5 || (isCommand && key == Qt::Key_R))
+        m_content.reloadData();
+    else if (isCommand && (key == Qt::Key_Q || key == Qt::Key_W))
+        close();
+    else if (isCommand && (key == Qt::Key_L || key == Qt::Key_F))
+        m_searchBar->searchField().selectWholeText();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void MainWindow::changeEvent(QEvent* event) {

@@ -47,6 +47,9 @@ void addAction(QMenu& menu, const MenuEntry& entry, QWidget& owner) {
     action->setEnabled(entry.isEnabled);
     action->setCheckable(entry.isChecked.has_value());
     action->setChecked(entry.isChecked.value_or(false));
+    action->setShortcut(QKeySequence(QString::fromStdString(entry.shortcut)));
+    action->setShortcutContext(Qt::WidgetShortcut); // only shown here; the window handles the key
+    action->setShortcutVisibleInContextMenu(true);
     QObject::connect(action, &QAction::triggered, &owner, entry.action, Qt::QueuedConnection);
 }
 

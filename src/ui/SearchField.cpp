@@ -50,7 +50,8 @@ SearchField::SearchField(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(maximumQueryLength);
     m_icon = addAction(QIcon(), LeadingPosition);
     m_clearAction = addAction(QIcon(), TrailingPosition);
-    m_clearAction->setToolTip(translated("Clear"));
+    m_clearAction->setToolTip(translated("Clear") + " (" +
+                              QKeySequence(QKeySequence::Cancel).toString(QKeySequence::NativeText) + ")");
     m_clearAction->setVisible(false);
     connect(m_clearAction, &QAction::triggered, this, &QLineEdit::clear);
     for (QToolButton* button : findChildren<QToolButton*>())
@@ -90,8 +91,17 @@ void SearchField::keyPressEvent(QKeyEvent* event) {
     const auto* callback = m_isComposing ? nullptr : callbackFor(*event);
     if (callback)
         (*callback)();
+    else if (!m_isComposing && event->matches(QKeySequence::Cancel) && !text().isEmpty())
+        clear();
     else
         QLineEdit::keyPressEvent(event);
+}
+
+void SearchField::continueWith(QKeyEvent& event) {
+    setFocus(Qt::OtherFocusReason);
+    m_selectAllTimer.stop(); // also with selectAllOnFocus: the text stays
+    end(false);
+    keyPressEvent(&event);
 }
 
 const std::function<void()>* SearchField::callbackFor(const QKeyEvent& event) const {

@@ -11,7 +11,7 @@
 namespace kavendra {
 
 /// The field for the query. It keeps the focus while the user works: keys that act on the table call the
-/// callbacks, all others edit the text. During an input method composition all keys go to the input method.
+/// callbacks, Escape clears the text, all others edit it. During an input method composition all keys go to the input method.
 ///
 /// With selectAllOnFocus, all text is selected when the field gains the focus and when its window is
 /// activated again. If a click of the left button brings the focus, this happens after the release, and not
@@ -32,6 +32,10 @@ public:
 
     /// Replaces the text without calling onTextChange; no-op, caret included, if the text is the same.
     void showText(const std::string& text);
+    /// Takes the focus and selects the whole text, unless an input method is composing.
+    void selectWholeText();
+    /// Takes the focus and handles a key press, pressed elsewhere, at the end of the text.
+    void continueWith(QKeyEvent& event);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -51,7 +55,6 @@ private:
     void dropUndoHistory();
     void handlePress(const QMouseEvent& press);
     void countClick(const QMouseEvent& press);
-    void selectWholeText();
     void applyColors();
 
     template <typename... Pieces>

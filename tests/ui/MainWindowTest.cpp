@@ -85,6 +85,49 @@ TEST_F(MainWindowTest, searchFieldKeepsTheFocusDuringClicks) {
     EXPECT_EQ(desktop.calls, Calls{"showDirectory /"});
 }
 
+TEST_F(MainWindowTest, windowKeysWorkInFieldAndTable) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    struct Case {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        const char* outcome;
+    };
+    for (QWidget* focused : {static_cast<QWidget*>(&field), static_cast<QWidget*>(&table)})
+        for (const auto& [key, modifiers, outcome] :
+             {Case{Qt::Key_F5, Qt::NoModifier, "reloaded"}, Case{Qt::Key_R, Qt::ControlModifier, "reloaded"},
+              Case{Qt::Key_L, Qt::ControlModifier, "selected"},
+              Case{Qt::Key_F, Qt::ControlModifier, "selected"},
+              Case{Qt::Key_Q, Qt::ControlModifier, "closed"},
+              Case{Qt::Key_W, Qt::ControlModifier, "closed"}}) {
+            window.show();
+            field.setText("a");
+            field.setFocus();
+            focused->setFocus();
+            content.setStatus("");
+            QTest::keyClick(focused, key, modifiers);
+            EXPECT_STREQ(!window.isVisible()                               ? "closed"
+                         : !statusMessage.text().isEmpty()                 ? "reloaded"
+                         : field.hasFocus() && field.selectedText() == "a" ? "selected"
+                                                                           : "nothing",
+                         outcome)
+                << key << " in " << focused->accessibleName().toStdString();
+        }
+}
+
+TEST_F(MainWindowTest, typingInTheTableGoesOnWithTheQuery) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClicks(&field, "ga");
+    field.home(false);
+    field.selectAllOnFocus = true;
+    table.setFocus();
+    for (const char letter : {'m', 'm'}) {
+        QTest::keyClick(QApplication::focusWidget(), letter);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(field.text(), "gamm");
+    EXPECT_EQ(selectedTitle(), "gamma");
+}
+
 TEST_F(MainWindowTest, distancesHoldAtEverySize) {
     const QWidget& statusLine = *statusMessage.parentWidget();
     EXPECT_EQ(window.size(), QSize(960, 520));

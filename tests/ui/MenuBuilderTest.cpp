@@ -14,7 +14,7 @@ TEST(MenuBuilder, entriesBecomeActionsSeparatorsAndSubmenus) {
     const Menu entries{{.title = "Open (%1)", .titleArgument = "R&D\t%1\n.csv"},
                        menuSeparator(),
                        {.title = "On", .isEnabled = false, .isChecked = true},
-                       {.title = "Off", .isChecked = false},
+                       {.title = "Off", .isChecked = false, .shortcut = "Ctrl+R"},
                        {.title = "More %1", .titleArgument = "", .submenu = {{.title = "Inner"}}},
                        {.title = "%1", .titleArgument = std::string(80, 'x')},
                        {.title = "%1", .titleArgument = std::string(5000, 'x')}};
@@ -27,6 +27,7 @@ TEST(MenuBuilder, entriesBecomeActionsSeparatorsAndSubmenus) {
     EXPECT_TRUE(actions[1]->isSeparator());
     EXPECT_TRUE(actions[2]->isChecked() && !actions[2]->isEnabled());
     EXPECT_TRUE(actions[3]->isCheckable() && !actions[3]->isChecked());
+    EXPECT_EQ(actions[3]->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_R));
     EXPECT_EQ(actions[4]->text(), "More ");
     EXPECT_EQ(actions[4]->menu()->actions()[0]->text(), "Inner");
     EXPECT_EQ(menu.findChildren<QMenu*>().size(), 1) << "the first filling's submenu is deleted";

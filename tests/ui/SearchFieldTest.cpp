@@ -4,6 +4,7 @@
 #include <QInputMethodEvent>
 #include <QStyleHints>
 #include <QTest>
+#include <QToolButton>
 
 #include <gtest/gtest.h>
 
@@ -100,12 +101,34 @@ TEST_F(SearchFieldTest, keysForTheTableDoNotEdit) {
           Case{Qt::Key_Down, Qt::ControlModifier, "end "},
           Case{Qt::Key_Home, Qt::ControlModifier, "beginning "},
           Case{Qt::Key_End, Qt::ControlModifier, "end "}, Case{Qt::Key_Left, Qt::NoModifier, ""},
-          Case{Qt::Key_Home, Qt::NoModifier, ""}, Case{Qt::Key_Escape, Qt::NoModifier, ""}}) {
+          Case{Qt::Key_Home, Qt::NoModifier, ""}}) {
         QTest::keyClick(&field, c.key, c.modifiers);
         EXPECT_EQ(takeEvents(), c.expected) << c.key;
     }
     EXPECT_EQ(field.text(), "ab");
     EXPECT_EQ(field.cursorPosition(), 0) << "Left and Home move the caret";
+}
+
+TEST_F(SearchFieldTest, escapeAndTheClearButtonClear) {
+    const auto buttons = field.findChildren<QToolButton*>();
+    const auto isClear = [](const QToolButton* button) { return button->accessibleName() == "Clear"; };
+    const auto found = std::ranges::find_if(buttons, isClear);
+    ASSERT_NE(found, buttons.end());
+    QToolButton& button = **found;
+    EXPECT_FALSE(button.isVisible());
+    field.showText("a");
+    EXPECT_TRUE(button.isVisible());
+    QTest::mouseClick(&button, Qt::LeftButton);
+    EXPECT_EQ(takeEvents(), "text= ");
+    EXPECT_FALSE(button.isVisible());
+
+    field.showText("a");
+    compose("に");
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(field.text(), "a") << "the key is the input method's";
+    compose("");
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(field.text(), "");
 }
 
 TEST_F(SearchFieldTest, compositionReceivesAllKeys) {
