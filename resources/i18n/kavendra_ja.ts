@@ -203,5 +203,9 @@
         <source></source>
         <translation>開いています</translation>
     </message>
+    <message id="No items match">
+        <source></source>
+        <translation>一致する項目がありません</translation>
+    </message>
 </context>
 </TS>

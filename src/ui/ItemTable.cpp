@@ -200,6 +200,16 @@ void ItemTable::showMenuOfSelectedRow() {
     showMenu(itemMenuProvider(m_model.item(*row), std::nullopt), *this, viewport()->mapToGlobal(below));
 }
 
+// Keeps the selected row in view if it was.
+void ItemTable::resizeEvent(QResizeEvent* event) {
+    const auto row = selectedRow();
+    const int top = row ? rowViewportPosition(*row) : 0;
+    const bool wasInView = row && top >= 0 && top < event->oldSize().height();
+    QTableView::resizeEvent(event);
+    if (wasInView)
+        scrollToRow(*row);
+}
+
 // Extends the highlight of the selected row beyond the last column.
 void ItemTable::paintEvent(QPaintEvent* event) {
     if (const auto row = selectedRow()) {

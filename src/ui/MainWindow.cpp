@@ -13,7 +13,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPainter>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace kavendra {
@@ -22,6 +22,7 @@ namespace {
 
 constexpr QSize defaultSize(960, 520);
 constexpr QSize minimumWindowSize(480, 200);
+constexpr QSize roomForDecorations(16, 48); ///< of a window manager, beside and above a window
 constexpr QSize directoryDialogSize(760, 480);
 constexpr int padding = 16;
 constexpr int spacing = 12;
@@ -33,31 +34,15 @@ QFont smallerFont(int steps) {
     return font;
 }
 
-/// A one-point line around a widget.
-class HairlineFrame final : public QWidget {
-public:
-    explicit HairlineFrame(QWidget* framed) {
-        auto* layout = new QVBoxLayout(this);
-        layout->setContentsMargins(1, 1, 1, 1);
-        layout->addWidget(framed);
-    }
-
-protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter painter(this);
-        painter.setPen(separatorColor(palette()));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
-};
-
 } // namespace
 
 MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
     : m_content(content), m_menus(menus), m_searchBar(new SearchBar), m_table(new ItemTable),
-      m_statusLine(new QWidget), m_itemCount(new QLabel), m_statusMessage(new ElidedLabel),
-      m_debugSummary(new ElidedLabel), m_progressLine(new ProgressLine(this)) {
+      m_tableFrame(new TableFrame(m_table)), m_statusLine(new QWidget), m_itemCount(new QLabel),
+      m_statusMessage(new ElidedLabel), m_debugSummary(new ElidedLabel),
+      m_progressLine(new ProgressLine(this)) {
     setMinimumSize(minimumWindowSize);
-    resize(defaultSize);
+    resize(defaultSize.boundedTo(screen()->availableSize() - roomForDecorations));
     layOut();
     setTexts();
     setFocusOrder();
@@ -87,7 +72,7 @@ void MainWindow::layOut() {
     auto* padded = new QVBoxLayout;
     padded->setContentsMargins(padding, 0, padding, padding);
     padded->setSpacing(spacing);
-    padded->addWidget(new HairlineFrame(m_table), 1);
+    padded->addWidget(m_tableFrame, 1);
     padded->addWidget(m_statusLine);
     padded->addWidget(m_debugSummary);
 
@@ -158,7 +143,7 @@ void MainWindow::connectTable() {
 
 MessageDialog& MainWindow::errorDialog() {
     if (!m_errorDialog) {
-        m_errorDialog = new MessageDialog(this, {{QDialogButtonBox::Ok, translated("OK")}});
+        m_errorDialog = new MessageDialog(this, warningIcon(), {{QDialogButtonBox::Ok, translated("OK")}});
         m_errorDialog->setObjectName("errorDialog");
         connect(m_errorDialog, &QDialog::finished, this, [this] { m_content.dismissErrorDialog(); });
     }
@@ -168,7 +153,8 @@ MessageDialog& MainWindow::errorDialog() {
 MessageDialog& MainWindow::confirmationDialog() {
     if (!m_confirmationDialog) {
         m_confirmationDialog = new MessageDialog(
-            this, {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}});
+            this, applicationIcon(),
+            {{QDialogButtonBox::Yes, translated("Yes")}, {QDialogButtonBox::No, translated("No")}});
         m_confirmationDialog->setObjectName("confirmationDialog");
         connect(m_confirmationDialog, &QDialog::finished, this, [this](int answer) {
             answer == QDialog::Accepted ? m_content.confirmStartupChange() : m_content.cancelStartupChange();
@@ -270,6 +256,8 @@ void MainWindow::showState() {
     m_searchBar->searchField().selectAllOnFocus = state.appSettings.selectAllTextOnFocus;
     m_searchBar->folderButton().setVisible(state.hasTypedPath);
     m_table->showState(state);
+    const bool isFilteredAway = !state.isLoading && !state.items->list.empty() && state.filteredRows->empty();
+    m_tableFrame->showText(isFilteredAway ? translated("No items match") : QString());
     m_progressLine->showProgress(state.isLoading  ? translated("Loading launch items")
                                  : state.isActing ? translated("Opening")
                                                   : QString());

@@ -7,6 +7,7 @@
 #include "ui/MessageDialog.h"
 #include "ui/ProgressLine.h"
 #include "ui/SearchBar.h"
+#include "ui/TableFrame.h"
 
 #include <QWidget>
 
@@ -49,6 +50,7 @@ private:
     WindowMenus& m_menus;
     SearchBar* m_searchBar;
     ItemTable* m_table;
+    TableFrame* m_tableFrame;
     QWidget* m_statusLine;
     QLabel* m_itemCount;
     ElidedLabel* m_statusMessage;

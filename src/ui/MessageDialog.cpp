@@ -2,7 +2,6 @@
 
 #include "ui/AccessibleRole.h"
 #include "ui/DisplayText.h"
-#include "ui/Theme.h"
 #include "ui/Translation.h"
 
 #include <QGridLayout>
@@ -98,7 +97,7 @@ private:
     QSize m_size;
 };
 
-MessageDialog::MessageDialog(QWidget* parent, std::initializer_list<Button> buttons)
+MessageDialog::MessageDialog(QWidget* parent, const QIcon& icon, std::initializer_list<Button> buttons)
     : QDialog(parent), m_text(new MessageText) {
     setWindowTitle(QStringLiteral("kavendra"));
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
@@ -113,13 +112,13 @@ MessageDialog::MessageDialog(QWidget* parent, std::initializer_list<Button> butt
             m_defaultButton = button;
     }
     m_defaultButton->setDefault(true);
-    auto* icon = new QLabel;
-    icon->setPixmap(applicationIcon().pixmap(iconSide));
+    auto* iconLabel = new QLabel;
+    iconLabel->setPixmap(icon.pixmap(iconSide));
 
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(margin, margin, margin, margin);
     grid->setSpacing(spacing);
-    grid->addWidget(icon, 0, 0, Qt::AlignTop);
+    grid->addWidget(iconLabel, 0, 0, Qt::AlignTop);
     grid->addWidget(m_text, 0, 1, Qt::AlignLeading | Qt::AlignVCenter);
     grid->addWidget(buttonBox, 1, 0, 1, 2);
     grid->setColumnStretch(1, 1);

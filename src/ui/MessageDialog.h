@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QIcon>
 
 #include <initializer_list>
 
@@ -20,7 +21,7 @@ public:
     };
 
     /// The first button is the default one.
-    MessageDialog(QWidget* parent, std::initializer_list<Button> buttons);
+    MessageDialog(QWidget* parent, const QIcon& icon, std::initializer_list<Button> buttons);
 
     /// Opens the dialog with a plain text, or replaces the text that it shows; no-op if it shows that text.
     /// `textDirection` is the direction of the text, which may differ from the window's.

@@ -85,6 +85,10 @@ QIcon applicationIcon() {
     return QIcon(new SvgIconEngine(iconSource("kavendra")));
 }
 
+QIcon warningIcon() {
+    return QIcon(new SvgIconEngine(iconSource("warning")));
+}
+
 QIcon tintedIcon(const QString& name, const QColor& color) {
     const QByteArray css = color.name(QColor::HexRgb).toLatin1();
     return QIcon(new SvgIconEngine(iconSource(name).replace("currentColor", css)));

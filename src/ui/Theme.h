@@ -30,6 +30,9 @@ QPalette menuPalette(const QPalette& palette);
 /// Returns the program's own icon.
 QIcon applicationIcon();
 
+/// Returns the icon of a warning, in its own colours.
+QIcon warningIcon();
+
 /// Returns the icon resources/icons/`name`.svg with "currentColor" replaced by an opaque colour. It is drawn
 /// anew for every size and scale.
 QIcon tintedIcon(const QString& name, const QColor& color);

@@ -195,6 +195,22 @@ TEST_F(ItemTableTest, keyThatStaysOnItsRowScrollsItIntoView) {
     }
 }
 
+TEST_F(ItemTableTest, selectedRowStaysInViewWhenTheTableShrinks) {
+    const int header = table.horizontalHeader()->height();
+    for (const int row : {0, 2}) {
+        table.resize(1300, header + 3 * table.rowHeight(0));
+        content.select(content.filteredItems()[static_cast<std::size_t>(row)].id);
+        handleEvents();
+        table.resize(1300, header + table.rowHeight(0));
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(table.viewport()->rect().contains(cell(row).center())) << row;
+    }
+    table.scrollTo(table.model()->index(0, 0));
+    table.resize(1300, header + table.rowHeight(0) + 1);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(table.viewport()->rect().contains(cell(0).center())) << "was out of view before";
+}
+
 TEST_F(ItemTableTest, shownSelectionIsNotReported) {
     content.select(lastSelection(content.filteredItems()));
     handleEvents();

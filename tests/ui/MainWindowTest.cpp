@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMenu>
+#include <QScreen>
 #include <QTextEdit>
 #include <QToolTip>
 
@@ -130,7 +131,8 @@ TEST_F(MainWindowTest, typingInTheTableGoesOnWithTheQuery) {
 
 TEST_F(MainWindowTest, distancesHoldAtEverySize) {
     const QWidget& statusLine = *statusMessage.parentWidget();
-    EXPECT_EQ(window.size(), QSize(960, 520));
+    EXPECT_EQ(window.size(), QSize(960, 520).boundedTo(window.screen()->availableSize() - QSize(16, 48)));
+    window.resize(960, 520);
     content.setStatus(std::string(100000, 'x'));
     QCoreApplication::processEvents();
     EXPECT_EQ(window.size(), QSize(960, 520)) << "a long status message does not widen the window";
@@ -147,6 +149,21 @@ TEST_F(MainWindowTest, distancesHoldAtEverySize) {
         EXPECT_EQ(statusLine.geometry().bottomRight(), QPoint(size.width() - 1 - 16, size.height() - 1 - 16));
         EXPECT_GE(table.viewport()->height(), 2 * table.rowHeight(0)) << "whole rows";
     }
+}
+
+TEST_F(MainWindowTest, queryThatKeepsNothingSaysSo) {
+    const auto text = [this] {
+        const auto* label = window.findChild<QLabel*>("tableText");
+        return label && label->isVisible() ? label->text() : QString();
+    };
+    EXPECT_EQ(text(), "");
+    content.setSearchText("no item has this");
+    EXPECT_EQ(text(), "No items match");
+    content.setSearchText("a");
+    EXPECT_EQ(text(), "");
+    writeItems("");
+    content.reloadData();
+    EXPECT_EQ(text(), "") << "there are no items";
 }
 
 TEST_F(MainWindowTest, folderButtonShowsForAnExistingPath) {
