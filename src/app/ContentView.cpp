@@ -271,6 +271,7 @@ LogLine ContentView::threadSafeLogLine() {
 void ContentView::changed() {
     m_state.isLoading = m_loads.isPending();
     m_state.isActing = m_stepsInProgress + m_awaitedPrograms > 0;
+    m_state.prefersReducedMotion = m_desktop.prefersReducedMotion();
     stateChanged();
     askForTypedPath();
 }

@@ -44,6 +44,7 @@ struct ContentViewState {
     bool hasTypedPath = false;
     bool isLoading = false; ///< items are being loaded
     bool isActing = false;  ///< an action has not ended yet
+    bool prefersReducedMotion = false;
 };
 
 /// The window's model: owns the state and decides the order of its changes. Rendering is the observer's job.

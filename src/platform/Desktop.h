@@ -73,6 +73,9 @@ public:
     /// Sets the appearance of the application and all its windows.
     virtual void setAppearance(Appearance appearance) = 0;
 
+    /// Whether the user prefers windows without motion. Known from the first setAppearance on.
+    virtual bool prefersReducedMotion() { return false; }
+
     virtual StartupRegistrationStatus launchAtLoginStatus() = 0;
 
     /// Registers kavendra to be started at login. Success does not imply enabled; check

@@ -2,9 +2,11 @@
 
 #include "ui/DisplayText.h"
 #include "ui/ItemTableModel.h"
+#include "ui/Theme.h"
 
 #include <QPainter>
 #include <QStyle>
+#include <QWidget>
 
 namespace kavendra {
 
@@ -18,7 +20,8 @@ void ItemCellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opti
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
     const auto group = option.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
     if (isSelected)
-        painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
+        painter->fillRect(
+            option.rect, selectedRowColor(option.palette, group, option.widget && option.widget->hasFocus()));
     const QRect textRect = cellTextRect(option.rect, option.direction);
     const QString line =
         option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, textRect.width());

@@ -12,7 +12,8 @@ inline constexpr int cellPaddingTrailing = 4;
 QRect cellTextRect(const QRect& cell, Qt::LayoutDirection layoutDirection);
 
 /// Draws a cell as one elided line of text, without a focus frame. A selected cell is in the accent colour
-/// also while the search field has the focus.
+/// also while the search field has the focus, in a
+/// deeper tone of it while the table has.
 class ItemCellDelegate final : public QAbstractItemDelegate {
 public:
     using QAbstractItemDelegate::QAbstractItemDelegate;

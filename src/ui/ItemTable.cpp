@@ -3,6 +3,7 @@
 #include "ui/DisplayText.h"
 #include "ui/ItemCellDelegate.h"
 #include "ui/MenuBuilder.h"
+#include "ui/Theme.h"
 #include "ui/ToolTip.h"
 
 #include <QContextMenuEvent>
@@ -50,6 +51,12 @@ ItemTable::ItemTable(QWidget* parent) : QTableView(parent), m_header(new ItemTab
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+}
+
+void ItemTable::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
 }
 
 void ItemTable::showState(const ContentViewState& state) {
@@ -215,7 +222,7 @@ void ItemTable::paintEvent(QPaintEvent* event) {
     if (const auto row = selectedRow()) {
         const auto group = isActiveWindow() ? QPalette::Active : QPalette::Inactive;
         const QRect line(0, rowViewportPosition(*row), viewport()->width(), rowHeight(*row));
-        QPainter(viewport()).fillRect(line, palette().brush(group, QPalette::Highlight));
+        QPainter(viewport()).fillRect(line, selectedRowColor(palette(), group, hasFocus()));
     }
     QTableView::paintEvent(event);
 }

@@ -44,6 +44,7 @@ MainWindow::MainWindow(ContentView& content, WindowMenus& menus)
     setMinimumSize(minimumWindowSize);
     resize(defaultSize.boundedTo(screen()->availableSize() - roomForDecorations));
     layOut();
+    applyFonts();
     setTexts();
     setFocusOrder();
     connectSearchBar();
@@ -64,10 +65,6 @@ void MainWindow::layOut() {
     statusRow->addWidget(m_itemCount);
     statusRow->addWidget(m_statusMessage, 1);
     m_statusMessage->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
-    m_itemCount->setFont(smallerFont(1));
-    m_statusMessage->setFont(smallerFont(1));
-    m_debugSummary->setFont(smallerFont(2));
-
     // The search bar touches three sides of the window; the rest has the window's padding.
     auto* padded = new QVBoxLayout;
     padded->setContentsMargins(padding, 0, padding, padding);
@@ -241,6 +238,22 @@ void MainWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::PaletteChange)
         applyColors();
+    if (event->type() == QEvent::FontChange) {
+        applyFonts();
+        placeProgressLine();
+    }
+}
+
+bool MainWindow::event(QEvent* event) {
+    if (event->type() == QEvent::ThemeChange)
+        m_content.applyAppearance(); // the desktop's own palette may be the right one now, or no longer
+    return QWidget::event(event);
+}
+
+void MainWindow::applyFonts() {
+    m_itemCount->setFont(smallerFont(1));
+    m_statusMessage->setFont(smallerFont(1));
+    m_debugSummary->setFont(smallerFont(2));
 }
 
 void MainWindow::applyColors() {
@@ -260,7 +273,8 @@ void MainWindow::showState() {
     m_tableFrame->showText(isFilteredAway ? translated("No items match") : QString());
     m_progressLine->showProgress(state.isLoading  ? translated("Loading launch items")
                                  : state.isActing ? translated("Opening")
-                                                  : QString());
+                                                  : QString(),
+                                 !state.prefersReducedMotion);
     m_itemCount->setText(translated("%1 items").arg(state.filteredRows->size()));
     m_itemCount->setLayoutDirection(naturalDirection(m_itemCount->text()));
     m_statusMessage->showText(state.lastActionMessage);

@@ -29,6 +29,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     void layOut();
@@ -43,6 +44,7 @@ private:
     MessageDialog& confirmationDialog();
     void placeProgressLine();
     void applyColors();
+    void applyFonts();
     void moveSelection(int offset);
     void chooseDataDirectory();
 

@@ -28,7 +28,8 @@ ProgressLine::ProgressLine(QWidget* parent) : QProgressBar(parent) {
     m_motion.callOnTimeout(this, &ProgressLine::advance);
 }
 
-void ProgressLine::showProgress(const QString& text) {
+void ProgressLine::showProgress(const QString& text, bool hasMotion) {
+    m_hasMotion = hasMotion;
     if (text.isEmpty()) {
         m_delay.stop();
         m_motion.stop();
@@ -43,7 +44,8 @@ void ProgressLine::showProgress(const QString& text) {
 
 void ProgressLine::appear() {
     m_step = 0;
-    m_motion.start();
+    if (m_hasMotion)
+        m_motion.start();
     raise();
     show();
 }
@@ -57,7 +59,7 @@ void ProgressLine::advance() {
 // A third of the line, in the accent colour, moves to and fro and is slower near the ends.
 void ProgressLine::paintEvent(QPaintEvent*) {
     const double way = (1 - std::cos(std::numbers::pi * m_step / stepsInOneWay)) / 2;
-    const double segment = width() / 3.0;
+    const double segment = m_hasMotion ? width() / 3.0 : width();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.fillRect(QRectF(way * (width() - segment), 0, segment, QWidget::height()),

@@ -14,8 +14,9 @@ public:
 
     explicit ProgressLine(QWidget* parent);
 
-    /// Shows that `text` is in progress, for a screen reader too; an empty text ends it.
-    void showProgress(const QString& text);
+    /// Shows that `text` is in progress, for a screen reader too; an empty text ends it. Without motion, the
+    /// whole line is in the accent colour.
+    void showProgress(const QString& text, bool hasMotion);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -27,6 +28,7 @@ private:
     QTimer m_delay;
     QTimer m_motion;
     int m_step = 0;
+    bool m_hasMotion = true;
 };
 
 } // namespace kavendra

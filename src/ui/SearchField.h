@@ -11,7 +11,8 @@
 namespace kavendra {
 
 /// The field for the query. It keeps the focus while the user works: keys that act on the table call the
-/// callbacks, Escape clears the text, all others edit it. During an input method composition all keys go to the input method.
+/// callbacks, Escape clears the text, all others edit it. During an input method composition all keys go to
+/// the input method.
 ///
 /// With selectAllOnFocus, all text is selected when the field gains the focus and when its window is
 /// activated again. If a click of the left button brings the focus, this happens after the release, and not

@@ -6,6 +6,9 @@
 #include <QPixmap>
 #include <QSvgRenderer>
 
+#include <algorithm>
+#include <cmath>
+
 namespace kavendra {
 
 namespace {
@@ -15,6 +18,26 @@ QColor blended(const QColor& base, const QColor& over, float fraction) {
     const auto mix = [fraction](float from, float to) { return from + (to - from) * fraction; };
     return QColor::fromRgbF(mix(base.redF(), over.redF()), mix(base.greenF(), over.greenF()),
                             mix(base.blueF(), over.blueF()));
+}
+
+/// Returns the relative luminance of a colour, as WCAG 2.1 defines it.
+double luminance(const QColor& color) {
+    const auto linear = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+/// Returns the contrast ratio of two colours, 1 to 21.
+double contrast(const QColor& a, const QColor& b) {
+    const auto [low, high] = std::minmax({luminance(a), luminance(b)});
+    return (high + 0.05) / (low + 0.05);
+}
+
+/// Whether the palette is black and white, so that its derived colours need a high contrast too.
+bool hasHighContrast(const QPalette& palette) {
+    constexpr double highContrast = 20;
+    return contrast(palette.color(QPalette::Window), palette.color(QPalette::WindowText)) > highContrast;
 }
 
 /// Renders an SVG at the requested size.
@@ -63,7 +86,20 @@ QColor searchFieldColor(const QPalette& palette) {
 }
 
 QColor separatorColor(const QPalette& palette) {
-    return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.15F);
+    return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText),
+                   hasHighContrast(palette) ? 0.6F : 0.15F);
+}
+
+QColor selectedRowColor(const QPalette& palette, QPalette::ColorGroup group, bool hasKeyboard) {
+    constexpr double smallestContrast = 4.5;
+    const QColor text = palette.color(group, QPalette::HighlightedText);
+    const QColor awayFromText = text.lightnessF() > 0.5F ? Qt::black : Qt::white;
+    QColor color = palette.color(group, QPalette::Highlight);
+    if (hasKeyboard)
+        color = blended(color, awayFromText, 0.25F);
+    while (contrast(color, text) < smallestContrast)
+        color = blended(color, awayFromText, 0.05F);
+    return color;
 }
 
 QPalette menuPalette(const QPalette& palette) {
@@ -78,7 +114,8 @@ QPalette menuPalette(const QPalette& palette) {
 }
 
 QColor secondaryTextColor(const QPalette& palette) {
-    return blended(palette.color(QPalette::WindowText), palette.color(QPalette::Window), 0.35F);
+    return blended(palette.color(QPalette::WindowText), palette.color(QPalette::Window),
+                   hasHighContrast(palette) ? 0.15F : 0.35F);
 }
 
 QIcon applicationIcon() {

@@ -9,7 +9,7 @@ from pathlib import Path
 
 from session import REPOSITORY, check, output_of, position, run, xdotool
 
-LIGHT, DARK = "#FFFFFF", "#1E1E20"
+LIGHT, DARK, BLACK = "#FFFFFF", "#1E1E20", "#000000"
 
 
 def colour_becomes(s, what, colour):
@@ -26,12 +26,16 @@ def follow_the_color_scheme(s):
     check("the settings portal is ready", portal.stdout.readline() == "ready\n")
     s.start(XDG_ACTIVATION_TOKEN="token-of-the-first", DESKTOP_STARTUP_ID="id-of-the-first_TIME0")
     colour_becomes(s, "the table is light without a preference", LIGHT)
-    portal.stdin.write("1\n")
+    portal.stdin.write("color-scheme 1\n")
     colour_becomes(s, "the open window follows the desktop to dark", DARK)
+    portal.stdin.write("contrast 1\n")
+    colour_becomes(s, "it is black with high contrast", BLACK)
+    portal.stdin.write("contrast 0\n")
+    colour_becomes(s, "and dark again without", DARK)
     s.quit()
     s.start()
     colour_becomes(s, "the next start is dark", DARK)
-    portal.stdin.write("2\n")
+    portal.stdin.write("color-scheme 2\n")
     colour_becomes(s, "the open window follows the desktop to light", LIGHT)
 
 

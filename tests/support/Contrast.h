@@ -9,6 +9,7 @@
 namespace kavendra {
 
 inline constexpr double smallestTextContrast = 4.5; ///< of level AA
+inline constexpr double smallestHighContrast = 7;   ///< of level AAA
 
 inline double luminance(const QColor& color) {
     const auto linear = [](double value) {

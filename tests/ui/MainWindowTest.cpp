@@ -101,6 +101,7 @@ TEST_F(MainWindowTest, windowKeysWorkInFieldAndTable) {
               Case{Qt::Key_Q, Qt::ControlModifier, "closed"},
               Case{Qt::Key_W, Qt::ControlModifier, "closed"}}) {
             window.show();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
             field.setText("a");
             field.setFocus();
             focused->setFocus();
@@ -283,6 +284,48 @@ TEST_F(MainWindowTest, openWidgetsFollowTheAppearance) {
         EXPECT_GE(contrast(field.palette().color(QPalette::PlaceholderText), barColor), smallestTextContrast);
     }
     applyAppearance(Appearance::system);
+}
+
+TEST_F(MainWindowTest, derivedColorsHaveEnoughContrast) {
+    struct Case {
+        Appearance appearance;
+        bool highContrast;
+        double smallestContrast;
+    };
+    for (const auto& [appearance, highContrast, smallest] :
+         {Case{Appearance::system, false, smallestTextContrast},
+          Case{Appearance::light, true, smallestHighContrast},
+          Case{Appearance::dark, true, smallestHighContrast}}) {
+        applyAppearance(appearance, highContrast);
+        const QPalette palette = QApplication::palette();
+        for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+            const QColor text = palette.color(group, QPalette::HighlightedText);
+            const QColor quiet = selectedRowColor(palette, group, false);
+            const QColor deep = selectedRowColor(palette, group, true);
+            EXPECT_GE(contrast(text, quiet), smallest) << group;
+            EXPECT_GT(contrast(text, deep), contrast(text, quiet) * 1.1) << group;
+        }
+        for (const QColor& background : {searchBarColor(palette), palette.color(QPalette::Base)})
+            EXPECT_GE(contrast(secondaryTextColor(palette), background), smallest);
+    }
+    applyAppearance(Appearance::system);
+}
+
+TEST_F(MainWindowTest, layoutFollowsTheFont) {
+    const QFont before = QApplication::font();
+    const int rowHeight = table.rowHeight(0);
+    QFont large = before;
+    large.setPointSizeF(before.pointSizeF() * 2);
+    QApplication::setFont(large);
+    QCoreApplication::processEvents();
+    EXPECT_GT(table.rowHeight(0), rowHeight * 3 / 2);
+    EXPECT_TRUE(QTest::qWaitFor(
+        [this] { return statusMessage.height() >= QFontMetrics(statusMessage.font()).height(); }));
+    EXPECT_GT(statusMessage.font().pointSizeF(), before.pointSizeF());
+    EXPECT_GE(field.height(), QFontMetrics(large).height());
+    QApplication::setFont(before);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(table.rowHeight(0), rowHeight);
 }
 
 TEST_F(MainWindowTest, comesForwardFromEveryState) {

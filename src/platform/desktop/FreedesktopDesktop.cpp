@@ -3,8 +3,8 @@
 #include "platform/FileReplacement.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/desktop/AppearancePortal.h"
 #include "platform/desktop/AutostartEntry.h"
-#include "platform/desktop/ColorSchemePortal.h"
 #include "platform/desktop/DesktopEntry.h"
 #include "platform/desktop/QtDesktop.h"
 #include "platform/desktop/SessionBus.h"
@@ -97,7 +97,7 @@ bool showInFileManager(const std::string& uri) {
 
 FreedesktopDesktop::FreedesktopDesktop(Processes& processes, Executor& executor)
     : m_processes(processes), m_executor(executor),
-      m_portal(std::make_unique<ColorSchemePortal>([this] { updatePalette(); })) {}
+      m_portal(std::make_unique<AppearancePortal>([this] { updatePalette(); })) {}
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
@@ -212,8 +212,13 @@ void FreedesktopDesktop::setAppearance(Appearance appearance) {
     updatePalette();
 }
 
-void FreedesktopDesktop::updatePalette() const {
-    applyAppearance(m_appearance == Appearance::system ? m_portal->preferred() : m_appearance);
+void FreedesktopDesktop::updatePalette() {
+    const AppearancePreferences& preferences = m_portal->preferences();
+    m_prefersReducedMotion = preferences.reducedMotion || !preferences.animations;
+    if (m_appearance == Appearance::system)
+        applyPreference(preferences.appearance, preferences.highContrast);
+    else
+        applyAppearance(m_appearance, preferences.highContrast);
 }
 
 StartupRegistrationStatus FreedesktopDesktop::launchAtLoginStatus() {

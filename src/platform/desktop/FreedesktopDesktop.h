@@ -10,7 +10,7 @@ typedef struct _GDesktopAppInfo GDesktopAppInfo; // of GIO
 
 namespace kavendra {
 
-class ColorSchemePortal;
+class AppearancePortal;
 
 /// A freedesktop.org desktop through GIO, which knows mimeapps.list, D-Bus activation and the portals.
 /// Programs it starts get the environment of `processes` and a new session, and leave no zombie. GIO starts
@@ -39,22 +39,24 @@ public:
     void copyText(const std::string& text) override;
     /// Does not use Qt for the clipboard of another X11 program.
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
-    /// `system` follows the settings portal.
+    /// `system` follows the settings portal, as the contrast always does.
     void setAppearance(Appearance appearance) override;
+    bool prefersReducedMotion() override { return m_prefersReducedMotion; }
     /// First replaces an entry registered under an old name.
     StartupRegistrationStatus launchAtLoginStatus() override;
     Result<void> enableLaunchAtLogin() override;
     Result<void> disableLaunchAtLogin() override;
 
 private:
-    void updatePalette() const;
+    void updatePalette();
     Result<void> openURI(const std::string& uri);
     Result<void> start(GDesktopAppInfo* application, const std::vector<std::string>& uris);
 
     Processes& m_processes;
     Executor& m_executor;
     Appearance m_appearance = Appearance::system;
-    std::unique_ptr<ColorSchemePortal> m_portal;
+    bool m_prefersReducedMotion = false;
+    std::unique_ptr<AppearancePortal> m_portal;
 };
 
 } // namespace kavendra

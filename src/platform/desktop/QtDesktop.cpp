@@ -1,8 +1,10 @@
 #include "platform/desktop/QtDesktop.h"
 
+#include <QApplication>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QPalette>
+#include <QStyle>
 
 namespace kavendra {
 
@@ -60,6 +62,50 @@ constexpr Colors darkColors{
     .shadow = 0x0c0c0d,
 };
 
+// With high contrast, text has a contrast of at least 7 to 1 (level AAA).
+
+constexpr Colors lightContrastColors{
+    .window = 0xffffff,
+    .base = 0xffffff,
+    .alternateBase = 0xffffff,
+    .button = 0xffffff,
+    .tooltip = 0xffffff,
+    .text = 0x000000,
+    .placeholder = 0x404040,
+    .disabledText = 0x484848,
+    .accent = 0x0a3d91,
+    .accentText = 0xffffff,
+    .disabledHighlight = 0xf0f0f0,
+    .link = 0x0a3d91,
+    .visitedLink = 0x551a8b,
+    .light = 0xffffff,
+    .midlight = 0xd0d0d0,
+    .mid = 0x606060,
+    .dark = 0x303030,
+    .shadow = 0x000000,
+};
+
+constexpr Colors darkContrastColors{
+    .window = 0x000000,
+    .base = 0x000000,
+    .alternateBase = 0x000000,
+    .button = 0x000000,
+    .tooltip = 0x000000,
+    .text = 0xffffff,
+    .placeholder = 0xc8c8c8,
+    .disabledText = 0xb8b8b8,
+    .accent = 0x8ab8ff,
+    .accentText = 0x000000,
+    .disabledHighlight = 0x202020,
+    .link = 0x9cc4ff,
+    .visitedLink = 0xd9b8ff,
+    .light = 0xd0d0d0,
+    .midlight = 0xa0a0a0,
+    .mid = 0x808080,
+    .dark = 0x606060,
+    .shadow = 0x404040,
+};
+
 QPalette paletteOf(const Colors& colors) {
     QPalette palette;
     const auto set = [&palette](QPalette::ColorRole role, QRgb color) {
@@ -96,12 +142,12 @@ QPalette paletteOf(const Colors& colors) {
     return palette;
 }
 
-QPalette paletteOf(Appearance appearance) {
+QPalette paletteOf(Appearance appearance, bool highContrast) {
     switch (appearance) {
     case Appearance::light:
-        return paletteOf(lightColors);
+        return paletteOf(highContrast ? lightContrastColors : lightColors);
     case Appearance::dark:
-        return paletteOf(darkColors);
+        return paletteOf(highContrast ? darkContrastColors : darkColors);
     case Appearance::system:
         break;
     }
@@ -116,11 +162,37 @@ bool hasApplication() {
     return qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
+/// Whether the current palette comes from the desktop and is not the default of Qt's style.
+bool hasDesktopPalette() {
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
+           QGuiApplication::palette() != QApplication::style()->standardPalette();
+}
+
 } // namespace
 
-void applyAppearance(Appearance appearance) {
+void applyAppearance(Appearance appearance, bool highContrast) {
     if (hasApplication())
-        QGuiApplication::setPalette(paletteOf(appearance));
+        QGuiApplication::setPalette(paletteOf(appearance, highContrast));
+}
+
+void applyPreference(Appearance preferred, bool highContrast) {
+    if (!hasApplication())
+        return;
+    applyAppearance(Appearance::system); // to see the desktop's own
+    const Appearance chosen =
+        chosenAppearance(preferred, highContrast, QGuiApplication::palette(), hasDesktopPalette());
+    if (chosen != Appearance::system)
+        applyAppearance(chosen, highContrast);
+}
+
+Appearance chosenAppearance(Appearance preferred, bool highContrast, const QPalette& desktopPalette,
+                            bool isDesktopsOwn) {
+    const bool isDark = desktopPalette.color(QPalette::Window).lightnessF() <
+                        desktopPalette.color(QPalette::WindowText).lightnessF();
+    const Appearance existing = isDark ? Appearance::dark : Appearance::light;
+    if (highContrast)
+        return preferred == Appearance::system ? existing : preferred;
+    return isDesktopsOwn && preferred == existing ? Appearance::system : preferred;
 }
 
 void putOnClipboard(const std::string& text) {

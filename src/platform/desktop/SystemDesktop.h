@@ -36,7 +36,7 @@ public:
 /// answer in time counts as asked. Without a bus, or if the owner refuses, returns an instance that others
 /// cannot find. Takes at most busTimeLimit in all; a bus that does not answer in that time is given up for
 /// the whole process (giveUpSessionBus). Calls arrive through the default main context of GLib, as with
-/// ColorSchemePortal.
+/// AppearancePortal.
 std::unique_ptr<RunningInstance> becomeRunningInstance();
 
 } // namespace kavendra

@@ -11,7 +11,7 @@
 
 namespace kavendra {
 
-TEST(QtDesktop, textHasEnoughContrastInBothPalettes) {
+TEST(QtDesktop, textHasEnoughContrastInAllPalettes) {
     int argumentCount = 0;
     const QGuiApplication application(argumentCount, nullptr);
     const QPalette before = QGuiApplication::palette();
@@ -23,20 +23,51 @@ TEST(QtDesktop, textHasEnoughContrastInBothPalettes) {
     for (const QPalette::ColorRole text : {WindowText, Text, PlaceholderText, Link, LinkVisited})
         for (const QPalette::ColorRole background : {Window, Base})
             pairs.emplace_back(text, background);
-    for (const Appearance appearance : {Appearance::light, Appearance::dark}) {
-        applyAppearance(appearance);
+    struct Case {
+        Appearance appearance;
+        bool highContrast;
+        double smallestContrast;
+    };
+    for (const auto& [appearance, highContrast, smallest] :
+         {Case{Appearance::light, false, smallestTextContrast},
+          Case{Appearance::dark, false, smallestTextContrast},
+          Case{Appearance::light, true, smallestHighContrast},
+          Case{Appearance::dark, true, smallestHighContrast}}) {
+        applyAppearance(appearance, highContrast);
         const QPalette palette = QGuiApplication::palette();
         EXPECT_EQ(luminance(palette.color(QPalette::Base)) < 0.5, appearance == Appearance::dark);
         for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
             for (const auto& [text, background] : pairs)
-                EXPECT_GE(contrast(palette.color(group, text), palette.color(group, background)),
-                          smallestTextContrast)
+                EXPECT_GE(contrast(palette.color(group, text), palette.color(group, background)), smallest)
                     << "appearance " << static_cast<int>(appearance) << ", group " << group << ", "
                     << palette.color(group, text).name().toStdString() << " on "
                     << palette.color(group, background).name().toStdString();
     }
     applyAppearance(Appearance::system);
     EXPECT_EQ(QGuiApplication::palette(), before);
+}
+
+TEST(QtDesktop, desktopPaletteIsKeptWhereItIsAsPreferred) {
+    using enum Appearance;
+    const QPalette lightPalette(Qt::black, Qt::lightGray, {}, {}, {}, Qt::black, {}, Qt::white, Qt::white);
+    const QPalette darkPalette(Qt::white, Qt::darkGray, {}, {}, {}, Qt::white, {}, Qt::black, Qt::black);
+    struct Case {
+        Appearance preferred;
+        bool highContrast;
+        bool isDark;
+        bool isDesktopsOwn;
+        Appearance chosen;
+    };
+    for (const auto& [preferred, highContrast, isDark, isDesktopsOwn, chosen] :
+         {Case{system, false, true, true, system}, Case{dark, false, true, true, system},
+          Case{light, false, true, true, light}, Case{light, false, false, true, system},
+          Case{dark, false, false, true, dark}, Case{light, false, false, false, light},
+          Case{system, true, true, true, dark}, Case{system, true, false, false, light},
+          Case{dark, true, true, true, dark}})
+        EXPECT_EQ(
+            chosenAppearance(preferred, highContrast, isDark ? darkPalette : lightPalette, isDesktopsOwn),
+            chosen)
+            << static_cast<int>(preferred) << highContrast << isDark << isDesktopsOwn;
 }
 
 TEST(QtDesktop, clipboardHoldsPlainText) {

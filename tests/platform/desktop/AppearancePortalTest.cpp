@@ -1,4 +1,4 @@
-#include "platform/desktop/ColorSchemePortal.h"
+#include "platform/desktop/AppearancePortal.h"
 
 #include "platform/desktop/FreedesktopDesktop.h"
 #include "tests/support/ProcessTable.h"
@@ -27,10 +27,9 @@ constexpr TestService::Description settingsPortal{
     .name = "org.freedesktop.portal.Desktop", .path = "/org/freedesktop/portal/desktop", .interface = R"(
 <node>
   <interface name='org.freedesktop.portal.Settings'>
-    <method name='Read'>
-      <arg type='s' name='namespace' direction='in'/>
-      <arg type='s' name='key' direction='in'/>
-      <arg type='v' name='value' direction='out'/>
+    <method name='ReadAll'>
+      <arg type='as' name='namespaces' direction='in'/>
+      <arg type='a{sa{sv}}' name='value' direction='out'/>
     </method>
     <signal name='SettingChanged'>
       <arg type='s' name='namespace'/>
@@ -40,9 +39,14 @@ constexpr TestService::Description settingsPortal{
   </interface>
 </node>)"};
 
-/// Returns the answer of Read: a value in two variants.
+/// Returns the answer of ReadAll with one setting.
+std::string answerWith(const std::string& key, const std::string& value,
+                       const std::string& group = "org.freedesktop.appearance") {
+    return "({'" + group + "': {'" + key + "': <" + value + ">}, 'other': {'color-scheme': <uint32 1>}},)";
+}
+
 std::string scheme(int number) {
-    return "(<<uint32 " + std::to_string(number) + ">>,)";
+    return answerWith("color-scheme", "uint32 " + std::to_string(number));
 }
 
 /// Changes a setting and sends the signal.
@@ -69,55 +73,62 @@ bool eventuallyInLoop(const std::function<bool()>& condition) {
 
 } // namespace
 
-TEST(ColorSchemePortal, readsThePreference) {
+TEST(AppearancePortal, readsThePreferences) {
     struct Case {
         std::string answer;
         Manner manner;
-        Appearance expected;
+        AppearancePreferences expected;
     };
     using enum Manner;
+    const AppearancePreferences none;
     for (const auto& [answer, manner, expected] : {
-             Case{scheme(0), obliging, Appearance::system},
-             Case{scheme(1), obliging, Appearance::dark},
-             Case{scheme(2), obliging, Appearance::light},
-             Case{scheme(3), obliging, Appearance::system},
-             Case{"(<'dark'>,)", obliging, Appearance::system},
-             Case{scheme(1), refusing, Appearance::system},
+             Case{scheme(0), obliging, none},
+             Case{scheme(1), obliging, {.appearance = Appearance::dark}},
+             Case{scheme(2), obliging, {.appearance = Appearance::light}},
+             Case{scheme(3), obliging, none},
+             Case{answerWith("color-scheme", "'dark'"), obliging, none},
+             Case{answerWith("contrast", "uint32 1"), obliging, {.highContrast = true}},
+             Case{answerWith("contrast", "uint32 2"), obliging, none},
+             Case{answerWith("reduced-motion", "uint32 1"), obliging, {.reducedMotion = true}},
+             Case{answerWith("enable-animations", "false", "org.gnome.desktop.interface"),
+                  obliging,
+                  {.animations = false}},
+             Case{scheme(1), refusing, none},
          }) {
         const TestBus bus;
         const TestService service(bus, settingsPortal, manner, answer);
         // On a loaded machine an answer may need longer than the 0.1 s that a portal is given.
-        EXPECT_TRUE(eventually([&] { return ColorSchemePortal([] {}).preferred() == expected; })) << answer;
+        EXPECT_TRUE(eventually([&] { return AppearancePortal([] {}).preferences() == expected; })) << answer;
     }
 }
 
-TEST(ColorSchemePortal, doesNotWaitForAHangingPortal) {
+TEST(AppearancePortal, doesNotWaitForAHangingPortal) {
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::hanging);
     const auto begin = Clock::now();
-    ColorSchemePortal portal([] {});
-    EXPECT_EQ(portal.preferred(), Appearance::system);
+    AppearancePortal portal([] {});
+    EXPECT_EQ(portal.preferences().appearance, Appearance::system);
     EXPECT_LT(Clock::now() - begin, 20s) << "GIO itself would wait 25 s";
     change(service, "color-scheme", 1);
-    EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferred() == Appearance::dark; }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferences().appearance == Appearance::dark; }));
 }
 
-TEST(ColorSchemePortal, followsAPortalThatStartsLater) {
-    EXPECT_EQ(ColorSchemePortal([] {}).preferred(), Appearance::system) << "without a bus";
+TEST(AppearancePortal, followsAPortalThatStartsLater) {
+    EXPECT_EQ(AppearancePortal([] {}).preferences().appearance, Appearance::system) << "without a bus";
     const TestBus bus;
     int changes = 0;
-    ColorSchemePortal portal([&changes] { ++changes; });
-    EXPECT_EQ(portal.preferred(), Appearance::system);
+    AppearancePortal portal([&changes] { ++changes; });
+    EXPECT_EQ(portal.preferences().appearance, Appearance::system);
     const TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
-    EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferred() == Appearance::dark; }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return portal.preferences().appearance == Appearance::dark; }));
     EXPECT_EQ(changes, 1);
 }
 
-TEST(ColorSchemePortal, ignoresAnswersAfterItsDestruction) {
+TEST(AppearancePortal, ignoresAnswersAfterItsDestruction) {
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::hanging, scheme(1));
     int changes = 0;
-    auto portal = std::make_unique<ColorSchemePortal>([&changes] { ++changes; });
+    auto portal = std::make_unique<AppearancePortal>([&changes] { ++changes; });
     ASSERT_TRUE(eventuallyInLoop([&] { return service.calls().size() == 2; }));
     service.answerHeldCalls();
     ASSERT_TRUE(eventually([] { return g_main_context_pending(nullptr); })) << "the answer has arrived";
@@ -126,7 +137,7 @@ TEST(ColorSchemePortal, ignoresAnswersAfterItsDestruction) {
     EXPECT_EQ(changes, 0);
 }
 
-TEST(ColorSchemePortal, setsThePaletteWhileTheAppearanceIsSystem) {
+TEST(AppearancePortal, setsThePaletteWhileTheAppearanceIsSystem) {
     const TestBus bus;
     TestService service(bus, settingsPortal, Manner::obliging, scheme(1));
     int argumentCount = 0;
@@ -154,6 +165,15 @@ TEST(ColorSchemePortal, setsThePaletteWhileTheAppearanceIsSystem) {
     change(service, "contrast", 2);
     QTest::qWait(100);
     EXPECT_FALSE(isDark()) << "the appearance of the settings has precedence";
+    const auto text = [] { return QGuiApplication::palette().color(QPalette::WindowText); };
+    const QColor normalText = text();
+    change(service, "contrast", 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text() == QColor(Qt::black) && text() != normalText; }));
+    change(service, "contrast", 0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return text() == normalText; }));
+    EXPECT_FALSE(desktop.prefersReducedMotion());
+    change(service, "reduced-motion", 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desktop.prefersReducedMotion(); }));
     desktop.setAppearance(Appearance::system);
     EXPECT_TRUE(isDark()) << "a change in the meantime counts";
 }
