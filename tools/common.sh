@@ -46,3 +46,12 @@ build_preset() {
   quietly "Configuring the $preset preset" cmake --preset "$preset" "$@"
   quietly "Building the $preset preset" cmake --build "build/$preset"
 }
+
+# measure_window start|typing TURNS: builds and runs tools/measure_window.py.
+measure_window() {
+  [[ $2 =~ ^[1-9][0-9]*$ ]] || fail "usage: $0 [TURNS]"
+  tools/install-packages build bench display
+  build_preset release -DKAVENDRA_BENCHMARKS=ON
+  exec tools/on-virtual-desktop tools/measure_window.py "$1" build/release/bin/kavendra \
+    build/release/bin/kavendra_empty_window "$2"
+}
