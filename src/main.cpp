@@ -16,6 +16,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <clocale>
 #include <csignal>
 #include <string>
 #include <thread>
@@ -109,6 +110,8 @@ int main(int argc, char* argv[]) {
     using namespace kavendra;
     if (const auto status = exitStatusOfCommandLine(argc, argv))
         return *status;
+    // Before other threads read the locale, which QApplication would change beneath them.
+    std::setlocale(LC_ALL, "");
     // First, because libraries change the environment.
     Processes processes(programEnvironment());
     // Write errors (file size limit, closed pipe) are reported as errors instead of ending the process.

@@ -6,8 +6,6 @@ namespace kavendra {
 
 namespace {
 
-constexpr std::chrono::milliseconds patience{100};
-
 void forEachQuestion(Menu& menu, const auto& visit) {
     for (MenuEntry& entry : menu) {
         if (entry.question)
@@ -27,7 +25,7 @@ void enableByQuestions(Menu& menu, Executor& executor) {
     std::vector<std::function<bool()>> functions;
     for (const MenuQuestion& question : questions)
         functions.emplace_back([question] { return (*question)(); });
-    const auto answers = askAll(executor, functions, patience);
+    const auto answers = askAll(executor, functions, menuPatience);
     forEachQuestion(menu, [&](MenuEntry& entry) {
         const auto position = std::ranges::find(questions, entry.question) - questions.begin();
         entry.isEnabled = answers[static_cast<std::size_t>(position)].value_or(true);

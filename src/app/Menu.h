@@ -3,6 +3,7 @@
 #include "base/Executor.h"
 #include "base/TranslatableText.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -33,6 +34,9 @@ using Menu = std::vector<MenuEntry>;
 inline MenuEntry menuSeparator() {
     return {.title = {}};
 }
+
+/// How long a menu waits for the answers to its questions.
+inline constexpr std::chrono::milliseconds menuPatience{100};
 
 /// Asks the questions of all entries, also of submenus, at the same time and enables the entries by the
 /// answers. An entry whose question is not answered within a tenth of a second is enabled.

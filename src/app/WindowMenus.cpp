@@ -1,6 +1,7 @@
 #include "app/WindowMenus.h"
 
 #include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <iterator>
 #include <utility>
@@ -182,6 +183,12 @@ Menu WindowMenus::appearanceMenu() {
                                 m_content.applyAppearance();
                         }});
     return menu;
+}
+
+std::string WindowMenus::directoryToChooseFrom() const {
+    const std::string& path = settings().dataDirectoryPath;
+    const auto answers = askAll(m_executor, {[path] { return isDirectory(path); }}, menuPatience);
+    return answers.front().value_or(false) ? path : homeDirectory();
 }
 
 void WindowMenus::changeDataDirectory(const std::string& path) {

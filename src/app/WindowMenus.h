@@ -32,6 +32,9 @@ public:
     /// to changeDataDirectory.
     Menu settingsMenu(std::function<void()> chooseDataDirectory);
 
+    /// Returns the data directory; the home directory when it is none or does not answer within a tenth of a
+    /// second.
+    std::string directoryToChooseFrom() const;
     /// Creates the directory when it does not exist, on another thread, makes it the data directory and
     /// reloads. Failures are reported. No-op if the directory is unchanged.
     void changeDataDirectory(const std::string& path);

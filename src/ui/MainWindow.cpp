@@ -181,9 +181,8 @@ void MainWindow::moveSelection(int offset) {
 }
 
 void MainWindow::chooseDataDirectory() {
-    const std::string& current = m_content.state().appSettings.dataDirectoryPath;
     QFileDialog dialog(this, translated("Choose Data Directory"),
-                       QFile::decodeName(QByteArray::fromStdString(current)));
+                       QFile::decodeName(QByteArray::fromStdString(m_menus.directoryToChooseFrom())));
     dialog.resize(directoryDialogSize);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);

@@ -130,6 +130,10 @@ def launch_during_a_load(s):
     s.windows_become(2)  # the menu asks the drive
     press("Escape")
     s.windows_become(1)
+    s.choose("Change Data Directory...", click_at=position("Settings"), windows_after=2)
+    s.focus_becomes("the dialog opens in another directory", "text: Directory:")
+    press("Escape")
+    s.windows_become(1)
     answer(s, True)
     s.windows_become(2)  # the row's file does not exist
     press("Escape")

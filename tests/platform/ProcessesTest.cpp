@@ -105,6 +105,20 @@ TEST(Processes, programSurvivesTheKillOfItsStarter) {
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(directory.path("survived")); }));
 }
 
+TEST(Processes, awaitedProgramCanWriteErrorsAfterTheEndOfItsStarter) {
+    const TemporaryDirectory directory;
+    const pid_t starter = fork();
+    if (starter == 0) {
+        const std::string script = "sleep 0.3; echo error >&2 && echo > " + directory.path("survived");
+        _exit(Processes(plainEnvironment).run(shell, {"-c", script}) ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(starter, &status, 0), starter);
+    ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_FALSE(std::filesystem::exists(directory.path("survived")));
+    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(directory.path("survived")); }));
+}
+
 TEST(Processes, errorOfAFailedStartHasThePathAndTheReason) {
     const TemporaryDirectory directory;
     const std::string noInterpreter = directory.write("no-interpreter", "#!/no/such/interpreter\n");
