@@ -9,13 +9,30 @@
 
 namespace kavendra {
 
-/// Measures our implementation beside a floor, a plain version or both, in processor time of the process.
-/// They take turns in one run, so that other work on the machine slows all of them. The benchmark's time is
-/// ours. Counters: the medians in milliseconds, and the medians of each turn's ratios: x_floor is ours /
-/// floor, x_plain is plain / ours (above 1 when ours is faster).
+/// Processor time of the process, or the time that passes. Work on several threads needs the latter, which is
+/// true only while no other work runs on the machine.
+enum class Clock { processor = CLOCK_PROCESS_CPUTIME_ID, wall = CLOCK_MONOTONIC };
+
+/// Returns the seconds that `work()` takes.
+double seconds(Clock clock, auto&& work) {
+    const auto now = [clock] {
+        timespec time{};
+        clock_gettime(static_cast<clockid_t>(clock), &time);
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+    };
+    const double begin = now();
+    work();
+    return now() - begin;
+}
+
+/// Measures our implementation beside a floor, a plain version or both. They take turns in one run, so that
+/// other work on the machine slows all of them. The benchmark's time is ours. Counters: the medians in
+/// milliseconds, and the medians of each turn's ratios: x_floor is ours / floor, x_plain is plain / ours
+/// (above 1 when ours is faster).
 class Comparison {
 public:
-    explicit Comparison(benchmark::State& state) : m_state(state) {}
+    explicit Comparison(benchmark::State& state, Clock clock = Clock::processor)
+        : m_state(state), m_clock(clock) {}
 
     ~Comparison() {
         report("own_ms", m_own, 1e3);
@@ -29,41 +46,29 @@ public:
 
     /// One turn beside a floor: work that our implementation cannot avoid.
     void measureFloor(auto&& floor, auto&& own) {
-        m_floor.push_back(seconds(floor));
+        m_floor.push_back(seconds(m_clock, floor));
         measureOwn(own);
         m_timesFloor.push_back(m_own.back() / m_floor.back());
     }
 
     /// One turn beside a plain version: the same result in the obvious way.
     void measurePlain(auto&& plain, auto&& own) {
-        m_plain.push_back(seconds(plain));
+        m_plain.push_back(seconds(m_clock, plain));
         measureOwn(own);
         m_timesPlain.push_back(m_plain.back() / m_own.back());
     }
 
     /// One turn beside both.
     void measure(auto&& floor, auto&& plain, auto&& own) {
-        m_plain.push_back(seconds(plain));
+        m_plain.push_back(seconds(m_clock, plain));
         measureFloor(floor, own);
         m_timesPlain.push_back(m_plain.back() / m_own.back());
     }
 
 private:
     void measureOwn(auto& own) {
-        m_own.push_back(seconds(own));
+        m_own.push_back(seconds(m_clock, own));
         m_state.SetIterationTime(m_own.back());
-    }
-
-    static double seconds(auto& work) {
-        const double begin = processorTime();
-        work();
-        return processorTime() - begin;
-    }
-
-    static double processorTime() {
-        timespec time{};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
     }
 
     void report(const char* counter, std::vector<double>& values, double factor) {
@@ -75,6 +80,7 @@ private:
     }
 
     benchmark::State& m_state;
+    Clock m_clock;
     std::vector<double> m_own, m_floor, m_plain, m_timesFloor, m_timesPlain;
 };
 

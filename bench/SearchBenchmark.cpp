@@ -15,13 +15,15 @@ using Indexes = std::vector<std::uint32_t>;
 /// Generated items with everything that the benchmarks search.
 struct Items {
     explicit Items(std::size_t count)
-        : list(generateItems(count)), text(*makeSearchText(list)), frequencies(text.text.view()),
-          index(*makeSearchIndex(list)), plain(list) {}
+        : list(generateItems(count)), text(std::move(makeSearchParts(list, count)->front())),
+          frequencies(text.text.view()), index(*makeSearchIndex(list)),
+          undivided(*makeSearchIndex(list, count)), plain(list) {}
 
     ItemList list;
     SearchText text;
     ByteFrequencies frequencies;
     SearchIndex index;
+    SearchIndex undivided; ///< in one part, which is searched on one thread
     PlainSearch plain;
 };
 
@@ -51,7 +53,7 @@ std::size_t joinAndLower(const ItemList& items, std::size_t size) {
 void buildIndex(benchmark::State& state) {
     const Items& items = itemsOf(state);
     const std::size_t size = items.text.text.size() + items.list.size() * 8;
-    Comparison comparison(state);
+    Comparison comparison(state, Clock::wall);
     for (auto _ : state)
         comparison.measure([&] { benchmark::DoNotOptimize(joinAndLower(items.list, size)); },
                            [&] { benchmark::DoNotOptimize(PlainSearch(items.list)); },
@@ -96,7 +98,7 @@ void filter(benchmark::State& state, const char* query) {
     const Items& items = itemsOf(state);
     const std::string_view text = items.text.text.view();
     Indexes found, plainlyFound;
-    Comparison comparison(state);
+    Comparison comparison(state, Clock::wall);
     for (auto _ : state)
         comparison.measure([&] { benchmark::DoNotOptimize(std::memchr(text.data(), 1, text.size())); },
                            [&] { plainlyFound = items.plain.matches(query); },
@@ -106,15 +108,60 @@ void filter(benchmark::State& state, const char* query) {
     state.counters["found"] = static_cast<double>(found.size());
 }
 
+/// The times of one key, in turns.
+struct KeyTimes {
+    std::vector<double> own, plain;
+};
+
+double median(std::vector<double> values) {
+    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    return values[values.size() / 2];
+}
+
+/// Typing a sentence: each key searches the items that the one before has kept. Plain: each key searches all
+/// items, in one part. Counters: the sum over all keys and the worst key, in milliseconds and, with x_, ours
+/// / plain.
+void typing(benchmark::State& state) {
+    constexpr std::string_view sentence = "team wiki notes browser archive";
+    const Items& items = itemsOf(state);
+    std::vector<KeyTimes> keys(sentence.size());
+    for (auto _ : state) {
+        Indexes found = items.index.matches("");
+        for (std::size_t key = 0; key < sentence.size(); ++key) {
+            const EarlierSearch earlier{.searchText = sentence.substr(0, key), .found = found};
+            const std::string_view text = sentence.substr(0, key + 1);
+            Indexes plainlyFound, next;
+            keys[key].plain.push_back(
+                seconds(Clock::wall, [&] { plainlyFound = items.undivided.matches(text); }));
+            keys[key].own.push_back(seconds(Clock::wall, [&] { next = items.index.matches(text, earlier); }));
+            if (next != plainlyFound)
+                state.SkipWithError("the plain version finds other items");
+            found = std::move(next);
+        }
+    }
+    double sum = 0, plainSum = 0, worst = 0, plainWorst = 0;
+    for (const KeyTimes& key : keys) {
+        sum += median(key.own);
+        plainSum += median(key.plain);
+        worst = std::max(worst, median(key.own));
+        plainWorst = std::max(plainWorst, median(key.plain));
+    }
+    state.counters["sum_ms"] = sum * 1e3;
+    state.counters["worst_ms"] = worst * 1e3;
+    state.counters["x_sum"] = sum / plainSum;
+    state.counters["x_worst"] = worst / plainWorst;
+}
+BENCHMARK(typing)->Arg(100'000)->Arg(1'000'000)->Iterations(15)->Unit(benchmark::kMillisecond);
+
 /// Returns the items that contain the word, found by SubstringSearch and a binary search for the item of each
 /// match.
 Indexes matchesByBinarySearch(const Items& items, const char* word) {
     Indexes found;
-    const std::vector<std::uint64_t>& starts = items.text.starts;
+    const std::vector<std::uint32_t>& starts = items.text.starts;
     SubstringSearch(word, items.frequencies).forEachMatch(items.text.text.view(), [&](std::size_t position) {
         const auto next = std::ranges::upper_bound(starts, position);
         found.push_back(static_cast<std::uint32_t>(next - starts.begin() - 1));
-        return *next;
+        return std::size_t{*next};
     });
     return found;
 }

@@ -8,7 +8,10 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstdint>
 #include <iostream>
+#include <utility>
+#include <vector>
 
 /// Reads cases from standard input, one JSON object a line, and writes the result of each as one line of
 /// JSON. tools/compare-readers compares the results with those of its own readers.
@@ -37,18 +40,34 @@ Result<ItemBlock> csvItems(const json& text) {
     return readCSVItems(ByteBuffer(text.get<std::string>()), "rows.csv", "rows.csv").items;
 }
 
+/// Returns the matches of a query that is typed character by character.
+std::vector<std::uint32_t> typed(const SearchIndex& index, const std::string& query) {
+    std::string text;
+    std::vector<std::uint32_t> found = index.matches(text);
+    for (std::size_t end = 1; end <= query.size(); ++end) {
+        const bool isInCharacter = end < query.size() && (query[end] & 0xC0) == 0x80;
+        if (isInCharacter)
+            continue;
+        std::string next = query.substr(0, end);
+        found = index.matches(next, {.searchText = text, .found = found});
+        text = std::move(next);
+    }
+    return found;
+}
+
 json matchesOf(const json& csv, const json& queries) {
     auto block = csvItems(csv);
     if (!block)
         return failure(block.error());
     ItemList items;
     items.append(std::move(*block));
-    const auto index = makeSearchIndex(items);
+    constexpr std::size_t partSize = 7; // several parts even for a short list
+    const auto index = makeSearchIndex(items, partSize);
     if (!index)
         return failure(index.error());
     json found = json::array();
     for (const json& query : queries)
-        found.push_back(index->matches(query.get<std::string>()));
+        found.push_back(typed(*index, query.get<std::string>()));
     return found;
 }
 

@@ -8,11 +8,12 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 using namespace kavendra;
 
-/// The first line is a query, the other lines are rows of a CSV file. SearchIndex must find the same items as
-/// PlainSearch.
+/// The first line is a query, the other lines are rows of a CSV file. SearchIndex, in parts of two items,
+/// must find the same items as PlainSearch, also when the query's second half is typed after its first.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     const std::string_view query = bytes.substr(0, bytes.find('\n'));
@@ -24,6 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     ItemList items;
     items.append(std::move(*block));
-    require(makeSearchIndex(items).value().matches(query) == PlainSearch(items).matches(query));
+    const SearchIndex index = *makeSearchIndex(items, 2);
+    const std::vector<std::uint32_t> expected = PlainSearch(items).matches(query);
+    const std::string_view half = query.substr(0, query.size() / 2);
+    require(index.matches(query) == expected);
+    require(index.matches(query, {.searchText = half, .found = index.matches(half)}) == expected);
     return 0;
 }

@@ -104,12 +104,11 @@ void ContentView::failLoad(const Error& error) {
 
 void ContentView::adopt(LoadedItems loaded) {
     m_state.items = std::make_shared<const LoadedItems>(std::move(loaded));
-    filter();
+    setFilteredRows(m_state.items->index.matches(m_state.searchText));
 }
 
-void ContentView::filter() {
-    m_state.filteredRows =
-        std::make_shared<const std::vector<std::uint32_t>>(m_state.items->index.matches(m_state.searchText));
+void ContentView::setFilteredRows(std::vector<std::uint32_t> rows) {
+    m_state.filteredRows = std::make_shared<const std::vector<std::uint32_t>>(std::move(rows));
 }
 
 void ContentView::ensureSelection() {
@@ -119,9 +118,10 @@ void ContentView::ensureSelection() {
 void ContentView::setSearchText(std::string text) {
     if (text == m_state.searchText)
         return;
+    setFilteredRows(m_state.items->index.matches(
+        text, {.searchText = m_state.searchText, .found = *m_state.filteredRows}));
     m_state.searchText = std::move(text);
     m_launchRequest.reset();
-    filter();
     ensureSelection();
     changed();
 }

@@ -140,7 +140,7 @@ private:
     void finishLoad(ActionNumber number, ItemsLoad load, const std::string& dataDirectory);
     void failLoad(const Error& error);
     void adopt(LoadedItems loaded);
-    void filter();
+    void setFilteredRows(std::vector<std::uint32_t> rows);
     void ensureSelection();
     void changed();
     void askForTypedPath();

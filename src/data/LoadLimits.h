@@ -13,8 +13,8 @@ inline constexpr std::size_t mebibyte = std::size_t{1} << 20;
 /// pixels fits into an int if a row has at most 511 pixels.
 inline constexpr std::size_t items = std::size_t{4} << 20;
 
-/// Memory of an item without its texts, in bytes: 32 in the list, 16 and four separators in the search index,
-/// 4 in the filtered rows, 8 in the table.
+/// Memory of an item without its texts, in bytes: 32 in the list, 12 and four separators in the search index,
+/// 4 in the filtered rows and 4 in the parts of a search result, 8 in the table.
 inline constexpr std::size_t itemCost = 64;
 
 /// Memory that all items may need (itemCost and the folded texts), for files of `fileSize` bytes in all. Rows

@@ -1,13 +1,11 @@
 #include "search/SearchText.h"
 
 #include "base/Text.h"
-#include "data/DataFile.h"
 #include "data/LoadLimits.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <new>
 #include <utility>
 
 namespace kavendra {
@@ -61,17 +59,23 @@ std::size_t joinedSize(const ItemRow& row) {
     return size;
 }
 
+std::size_t joinedSize(std::span<const ItemRow> rows) {
+    std::size_t size = 0;
+    for (const ItemRow& row : rows)
+        size += joinedSize(row);
+    return size;
+}
+
 /// Remembers where the texts of a block are folded in the search text, so that a long string that many rows
-/// share is folded once. A text is found by its offset: spans are equal or do not overlap, so at most one
-/// text of slotSize bytes or more begins in each stretch of slotSize bytes. Shorter texts are folded again.
+/// of a part share is folded once. A text is found by its offset: spans are equal or do not overlap, so at
+/// most one text of slotSize bytes or more begins in each stretch of slotSize bytes. Shorter texts are folded
+/// again.
 class FoldedTexts {
 public:
-    explicit FoldedTexts(const ItemBlock& block) {
-        std::size_t size = 0;
-        for (const ItemRow& row : block.rows)
-            size += joinedSize(row) - row.size();
-        if (size > block.text.size()) // else hardly any text is shared
-            m_slots.resize(block.text.size() / slotSize + 1);
+    explicit FoldedTexts(const SearchTextSource& source) {
+        const std::size_t blockSize = source.block->text.size();
+        if (joinedSize(source.rows) > blockSize) // else hardly any text is shared
+            m_slots.resize(blockSize / slotSize + 1);
     }
 
     struct Slot {
@@ -91,32 +95,28 @@ private:
     std::vector<Slot> m_slots;
 };
 
-/// Appends the rows of one block after the other to a search text. An ASCII row is copied and lowered; any
-/// other row is folded by ICU, which is several times slower.
+/// Appends rows to a search text. An ASCII row is copied and lowered; any other row is folded by ICU, which
+/// is several times slower.
 class SearchTextWriter {
 public:
-    explicit SearchTextWriter(const ItemList& items) {
-        std::size_t size = 0;
-        for (const ItemBlock& block : items.blocks())
-            for (const ItemRow& row : block.rows)
-                size += joinedSize(row);
-        m_result.text = ByteBuffer(size);
-        m_result.starts.reserve(items.size() + 1);
-        m_result.characters.reserve(items.size());
+    explicit SearchTextWriter(const SearchTextSource& source) : m_source(source), m_foldedTexts(source) {
+        m_result.firstItem = source.firstItem;
+        m_result.text = ByteBuffer(joinedSize(source.rows));
+        m_result.starts.reserve(source.rows.size() + 1);
+        m_result.characters.reserve(source.rows.size());
     }
 
-    /// Returns whether the items up to this block take no more memory than their files allow.
-    bool append(const ItemBlock& block) {
-        m_fileSize += block.fileSize;
-        const std::size_t memory = loadLimits::itemMemory(m_fileSize);
-        FoldedTexts foldedTexts(block);
-        for (const ItemRow& row : block.rows) {
-            append(block, row, foldedTexts);
-            if (m_used + m_result.size() * loadLimits::itemCost > memory)
-                return false;
-        }
-        return true;
+    void append(const ItemRow& row) {
+        const std::size_t begin = m_used;
+        if (!appendASCII(row))
+            appendFolded(row);
+        m_result.characters.push_back(characterMask({m_result.text.data() + begin, m_used - begin}));
+        m_result.text.data()[m_used++] = '\n';
+        m_result.starts.push_back(static_cast<std::uint32_t>(m_used));
     }
+
+    /// Bytes that the items take so far.
+    std::size_t memory() const { return m_used + m_result.size() * loadLimits::itemCost; }
 
     SearchText take() {
         m_result.text.setSize(m_used);
@@ -133,23 +133,14 @@ private:
         text.reserve(std::max(m_used + more, m_used + m_used / 8));
     }
 
-    void append(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
-        const std::size_t begin = m_used;
-        if (!appendASCII(block, row))
-            appendFolded(block, row, foldedTexts);
-        m_result.characters.push_back(characterMask({m_result.text.data() + begin, m_used - begin}));
-        m_result.text.data()[m_used++] = '\n';
-        m_result.starts.push_back(m_used);
-    }
-
     /// Appends the row and returns true when it is ASCII; else appends nothing.
-    bool appendASCII(const ItemBlock& block, const ItemRow& row) {
+    bool appendASCII(const ItemRow& row) {
         reserve(joinedSize(row));
         char* const begin = m_result.text.data() + m_used;
         char* out = begin;
         std::uint8_t all = 0;
         for (const TextSpan span : row) {
-            all |= copyLowered(block.text.data() + span.offset, span.length, out);
+            all |= copyLowered(m_source.block->text.data() + span.offset, span.length, out);
             out += span.length;
             *out++ = ' ';
         }
@@ -162,17 +153,17 @@ private:
 
     /// Appends the row column by column. The result is the same as folding the joined row, because neither
     /// lower-casing nor normalising looks across a space.
-    void appendFolded(const ItemBlock& block, const ItemRow& row, FoldedTexts& foldedTexts) {
+    void appendFolded(const ItemRow& row) {
         for (std::size_t column = 0; column < row.size(); ++column) {
             if (column > 0)
                 copy(" ");
-            FoldedTexts::Slot* const slot = foldedTexts.slotOf(row[column]);
+            FoldedTexts::Slot* const slot = m_foldedTexts.slotOf(row[column]);
             if (slot && slot->length > 0) {
                 reserve(slot->length + 1);
                 copy({m_result.text.data() + slot->begin, slot->length});
                 continue;
             }
-            const std::string text = folded(block.value(row, column));
+            const std::string text = folded(m_source.block->value(row, column));
             reserve(text.size() + 1);
             if (slot)
                 *slot = {.begin = m_used, .length = text.size()};
@@ -186,19 +177,14 @@ private:
         m_used += text.size();
     }
 
+    const SearchTextSource& m_source;
+    FoldedTexts m_foldedTexts;
     SearchText m_result;
-    std::size_t m_used = 0;     ///< bytes of the text so far
-    std::size_t m_fileSize = 0; ///< bytes of the blocks' files so far
+    std::size_t m_used = 0; ///< bytes of the text so far
 };
 
-/// Returns the name of the file whose items take the most memory.
-std::string_view largestSource(const ItemList& items) {
-    const auto memory = [](const ItemBlock& block) {
-        return block.text.size() + block.rows.size() * loadLimits::itemCost;
-    };
-    const auto largest = std::ranges::max_element(items.blocks(), {}, memory);
-    return largest == items.blocks().end() ? std::string_view() : largest->source;
-}
+/// How much memory is taken before it is asked for again.
+constexpr std::size_t memoryStep = std::size_t{256} << 10;
 
 } // namespace
 
@@ -207,18 +193,18 @@ std::string folded(std::string_view text) {
     return normalized(lowercased(normalized(text)));
 }
 
-Result<SearchText> makeSearchText(const ItemList& items) {
-    try {
-        SearchTextWriter writer(items);
-        for (const ItemBlock& block : items.blocks())
-            if (!writer.append(block))
-                return invalidDataFile(block.source, "too much text for the size of the file");
-        // Fails here while the load can still be refused: Qt ends the program when it gets no memory.
-        const ByteBuffer memoryOfTheWindow(items.size() * loadLimits::shownItemCost);
-        return writer.take();
-    } catch (const std::bad_alloc&) {
-        return notEnoughMemory(largestSource(items));
+SearchText makeSearchText(const SearchTextSource& source, const std::function<bool(std::size_t)>& mayTake) {
+    SearchTextWriter writer(source);
+    std::size_t asked = 0;
+    for (const ItemRow& row : source.rows) {
+        writer.append(row);
+        if (writer.memory() < asked + memoryStep)
+            continue;
+        asked = writer.memory();
+        if (!mayTake(asked))
+            return {};
     }
+    return mayTake(writer.memory()) ? writer.take() : SearchText();
 }
 
 } // namespace kavendra

@@ -1,10 +1,11 @@
 #pragma once
 
-#include "base/Result.h"
 #include "data/ItemList.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,24 +16,34 @@ namespace kavendra {
 /// canonically equivalent texts are equal.
 std::string folded(std::string_view text);
 
-/// The searched text of all items in one buffer: title, command, params and keywords, joined by a space and
-/// folded. A line feed follows each item; no word contains one, so no match reaches into another item.
+/// A part of the search index: the searched text of some consecutive items in one buffer. The text of an item
+/// is title, command, params and keywords, joined by a space and folded. A line feed follows each item; no
+/// word contains one, so no match reaches into another item.
 struct SearchText {
-    ByteBuffer text;
-    std::vector<std::uint64_t> starts{0}; ///< the offset of each item, then the end of the last one
+    std::uint32_t firstItem = 0;          ///< its index in the list
+    ByteBuffer text;                      ///< less than 4 GiB, which loadLimits::itemMemory ensures
+    std::vector<std::uint32_t> starts{0}; ///< the offset of each item, then the end of the last one
     /// The character mask of each item: which ASCII letters and digits it contains, as bits of characterBit.
     std::vector<std::uint64_t> characters;
 
     std::size_t size() const { return characters.size(); }
-    std::string_view operator[](std::size_t item) const {
-        return text.view().substr(starts[item], starts[item + 1] - 1 - starts[item]);
+    std::uint32_t end() const { return firstItem + static_cast<std::uint32_t>(size()); }
+    /// Returns the text of the item at that position in this part.
+    std::string_view operator[](std::size_t position) const {
+        return text.view().substr(starts[position], starts[position + 1] - 1 - starts[position]);
     }
 };
 
-/// Folds all items. Fails with the name of the first file with which the items take more memory than
-/// loadLimits::itemMemory allows for the files so far. Fails with the name of the largest file when there is
-/// not enough memory for the index or for showing the items.
-Result<SearchText> makeSearchText(const ItemList& items);
+/// Rows of one block that become one part.
+struct SearchTextSource {
+    const ItemBlock* block = nullptr;
+    std::span<const ItemRow> rows;
+    std::uint32_t firstItem = 0; ///< the index of the first row in the list
+};
+
+/// Folds the rows. Now and then calls `mayTake` with the memory that the items take so far, as
+/// loadLimits::itemMemory counts it, and stops when that returns false. Throws std::bad_alloc.
+SearchText makeSearchText(const SearchTextSource& source, const std::function<bool(std::size_t)>& mayTake);
 
 /// Returns the bit of a lower-case ASCII letter or digit in SearchText::characters, 0 for any other byte.
 constexpr std::uint64_t characterBit(char byte) {

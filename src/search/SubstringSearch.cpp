@@ -6,13 +6,13 @@ namespace kavendra {
 
 namespace {
 
-// The sample: pieces at equal distances, at most 256 KiB.
-constexpr std::size_t samplePieces = 64;
+// The sample of a text: pieces at equal distances.
+constexpr std::size_t samplePieces = 16;
 constexpr std::size_t samplePieceSize = 4096;
 
 } // namespace
 
-ByteFrequencies::ByteFrequencies(std::string_view text) {
+void ByteFrequencies::add(std::string_view text) {
     for (std::size_t piece = 0; piece < samplePieces; ++piece) {
         const std::size_t begin = text.size() / samplePieces * piece;
         for (const char byte : text.substr(begin, samplePieceSize)) {

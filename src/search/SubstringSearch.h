@@ -15,11 +15,14 @@
 
 namespace kavendra {
 
-/// Estimates how often each byte occurs in a text, from a sample of the text.
+/// Estimates how often each byte occurs in one or more texts, from samples.
 class ByteFrequencies {
 public:
     ByteFrequencies() = default;
-    explicit ByteFrequencies(std::string_view text);
+    explicit ByteFrequencies(std::string_view text) { add(text); }
+
+    /// Counts a sample of `text`, at most 64 KiB.
+    void add(std::string_view text);
 
     /// Returns the share of `byte` among all bytes, above 0 and at most 1.
     double operator[](char byte) const;

@@ -1,6 +1,6 @@
 #include "app/ItemsLoad.h"
 
-#include "search/SearchText.h"
+#include "search/SearchParts.h"
 #include "tests/TemporaryDirectory.h"
 #include "tests/support/Limits.h"
 #include "tests/support/ResourceUse.h"
@@ -90,6 +90,33 @@ TEST(ItemsLoad, ReadsBuiltinItemsFirstThenFilesInOrder) {
     const ItemsLoad failed = loadItems({directory, true, builtin});
     EXPECT_EQ(failureOf(failed), "CSV is missing required columns: B.csv: Params");
     EXPECT_EQ(failed.logLines, (Lines{logLines[0], logLines[1], "CSV headers (B.csv): Title | Command"}));
+}
+
+TEST(ItemsLoad, JoinsFilesThatAreReadAtTheSameTimeInTheirOrder) {
+    const TemporaryDirectory directory;
+    const auto name = [](int number) { return std::to_string(1000 + number) + ".csv"; };
+    Lines expected, logLines;
+    for (int number = 0; number < 100; ++number) {
+        // Every tenth file takes longer than all that follow it up to the next one.
+        directory.write(name(number),
+                        header + "title,,,\n" + repeated(",\n", number % 10 == 0 ? 200'000 : 1));
+        expected.push_back("title of " + name(number));
+        logLines.push_back("CSV headers (" + name(number) + "): Title | Command | Params | Keywords");
+    }
+    const ItemsLoad all = load(directory.path());
+    EXPECT_EQ(titles(all), expected);
+    EXPECT_EQ(all.logLines, logLines);
+
+    directory.write(name(99), "");
+    directory.write(name(53), "\"");
+    directory.write(name(50), "Title\n" + repeated(",\n", 200'000));
+    logLines.resize(51);
+    logLines[50] = "CSV headers (1050.csv): Title";
+    for (int round = 0; round < 5; ++round) {
+        const ItemsLoad failed = load(directory.path());
+        EXPECT_EQ(failureOf(failed), "CSV is missing required columns: 1050.csv: Command");
+        EXPECT_EQ(failed.logLines, logLines);
+    }
 }
 
 TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
@@ -230,11 +257,11 @@ TEST(ItemsLoad, NamesTheLargestFileWhenMemoryForTheIndexIsShort) {
         std::memset(block.text.data(), 'a', size);
         items.append(std::move(block));
     }
-    EXPECT_TRUE(makeSearchText(items));
+    EXPECT_TRUE(makeSearchParts(items));
     const ScopedMemoryLimit limit(50 * mebibyte);
-    const auto text = makeSearchText(items);
-    ASSERT_FALSE(text);
-    EXPECT_EQ(text.error().description, "not enough memory: large.csv");
+    const auto parts = makeSearchParts(items);
+    ASSERT_FALSE(parts);
+    EXPECT_EQ(parts.error().description, "not enough memory: large.csv");
 }
 
 } // namespace kavendra

@@ -79,6 +79,21 @@ public:
         return result;
     }
 
+    /// Returns the texts of a search field while queries are typed, with changes at any place.
+    std::vector<std::string> typedTexts() {
+        std::vector<std::string> result{""};
+        const std::string typed = query();
+        for (std::size_t at = 0; at < typed.size(); ++at) {
+            const bool isCharacterEnd = at + 1 == typed.size() || (typed[at + 1] & 0xC0) != 0x80;
+            if (!isCharacterEnd)
+                continue;
+            result.push_back(typed.substr(0, at + 1));
+            if (m_random() % 8 == 0)
+                result.push_back(text(1, true) + result.back());
+        }
+        return result;
+    }
+
 private:
     std::mt19937 m_random{11};
 };
@@ -91,7 +106,7 @@ TEST(SearchIndex, MatchesThePlainSearchForRandomItemsAndQueries) {
     for (int round = 0; round < 400; ++round) {
         const std::vector<Fields> items = generator.items();
         const ItemList list = listOf(items);
-        const SearchIndex index = *makeSearchIndex(list);
+        const SearchIndex index = *makeSearchIndex(list, 1 + static_cast<std::size_t>(round) % 10);
         const PlainSearch plain(list);
         for (int i = 0; i < 20; ++i) {
             const std::string query = generator.query();
@@ -104,6 +119,71 @@ TEST(SearchIndex, MatchesThePlainSearchForRandomItemsAndQueries) {
     // Queries that match all or no items would test little.
     EXPECT_GT(found, possible / 20);
     EXPECT_LT(found, possible * 3 / 4);
+}
+
+TEST(SearchIndex, MatchesThePlainSearchForQueriesThatAreTypedAndChanged) {
+    TextGenerator generator;
+    for (int round = 0; round < 400; ++round) {
+        const ItemList list = listOf(generator.items());
+        const SearchIndex index = *makeSearchIndex(list, 1 + static_cast<std::size_t>(round) % 10);
+        const PlainSearch plain(list);
+        std::string text;
+        Indexes found = index.matches(text);
+        for (const std::string& next : generator.typedTexts()) {
+            Indexes foundNext = index.matches(next, {.searchText = text, .found = found});
+            ASSERT_EQ(foundNext, plain.matches(next)) << text << " / " << next;
+            text = next;
+            found = std::move(foundNext);
+        }
+    }
+}
+
+TEST(SearchIndex, FindsItemsThatAnEarlierTextDidNotFind) {
+    std::vector<Fields> items(20, Fields{"z", "z", "", ""});
+    struct Case {
+        const char* earlier;
+        const char* text;
+        const char* item;
+    };
+    const Case cases[] = {
+        {"caf e", "caf e\u0301", "caf é"},
+        {"か", "か\u3099", "が"},
+        {"わ", "わ\u3099", "ヷ"},
+        {"ΟΔΟΣ", "ΟΔΟΣΑ", "οδοσα"},
+        {"\u1112", "\u1112\u1161", "하"},
+        {"i", "i\u0307\u0323", "ị\u0307"},
+        {"needle thread", "needle", "needle"},
+        {"ab", "b", "b"},
+        {"ab c", "a bc", "bc a"},
+    };
+    for (const Case& each : cases) {
+        items[7][0] = each.item;
+        const SearchIndex index = *makeSearchIndex(listOf(items), 3);
+        const Indexes earlier = index.matches(each.earlier);
+        EXPECT_EQ(earlier, Indexes{}) << each.earlier;
+        EXPECT_EQ(index.matches(each.text, {.searchText = each.earlier, .found = earlier}), Indexes{7})
+            << each.text;
+    }
+}
+
+TEST(SearchIndex, FailsForTheFirstFileThatExceedsTheMemory) {
+    std::string text;
+    for (int i = 0; i < 300; ++i)
+        text += "\U0001D160"; // three times as long in normalisation form C
+    const TextSpan span{.offset = 0, .length = static_cast<std::uint32_t>(text.size())};
+    ItemList list;
+    for (const auto& [source, rows] :
+         {std::pair("a.csv", 4'000), {"b.csv", 4'000}, {"c.csv", 12'000}, {"d.csv", 40'000}})
+        list.append({.text = ByteBuffer(text),
+                     .rows = std::vector<ItemRow>(static_cast<std::size_t>(rows), ItemRow{span}),
+                     .source = source,
+                     .fileSize = 1});
+    for (const std::size_t partSize : {500, 1'000, 100'000}) {
+        const auto index = makeSearchIndex(list, partSize);
+        ASSERT_FALSE(index);
+        EXPECT_EQ(index.error().description,
+                  "Invalid CSV format: c.csv: too much text for the size of the file");
+    }
 }
 
 TEST(SearchIndex, FindsItemsByTheirWords) {
