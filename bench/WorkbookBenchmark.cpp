@@ -1,14 +1,18 @@
+#include "app/ItemsLoad.h"
 #include "bench/Comparison.h"
 #include "bench/WorkbookGenerator.h"
 #include "data/workbook/WorkbookReader.h"
 
 #include <expat.h>
+#include <unistd.h>
 #include <zip.h>
 #include <zlib.h>
 
 #include <array>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -174,6 +178,38 @@ void smallWorkbooks(benchmark::State& state) {
         state.SkipWithError("wrong number of items");
 }
 BENCHMARK(smallWorkbooks)->Arg(200)->UseManualTime()->Iterations(15)->Unit(benchmark::kMillisecond);
+
+/// A load of workbooks. Plain: reading one after the other.
+void workbookDirectory(benchmark::State& state) {
+    constexpr std::size_t rows = 20'000;
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const std::filesystem::path directory =
+        std::filesystem::temp_directory_path() / ("kavendra-bench-" + std::to_string(getpid()));
+    std::filesystem::create_directory(directory);
+    const std::string bytes = generateWorkbook(rows, WorkbookForm::spreadsheetProgram);
+    for (std::size_t number = 0; number < count; ++number)
+        std::ofstream(directory / (std::to_string(number) + ".xlsx"), std::ios::binary) << bytes;
+
+    std::size_t loaded = 0, read = 0;
+    Comparison comparison(state, Clock::wall);
+    for (auto _ : state)
+        comparison.measurePlain(
+            [&] {
+                ItemList items;
+                for (const auto& entry : std::filesystem::directory_iterator(directory))
+                    items.append(*readWorkbookItems(dataFileAt(entry.path()), "a.xlsx").items);
+                read = makeSearchIndex(items)->matches("").size();
+            },
+            [&] {
+                const ItemsLoadRequest request{
+                    .dataDirectory = directory, .includeBuiltinItems = false, .builtinFile = {}};
+                loaded = loadItems(request).items->index.matches("").size();
+            });
+    if (loaded != count * rows || read != loaded)
+        state.SkipWithError("wrong number of items");
+    std::filesystem::remove_all(directory);
+}
+BENCHMARK(workbookDirectory)->Arg(20)->UseManualTime()->Iterations(5)->Unit(benchmark::kMillisecond);
 
 void registerWorkbooks() {
     constexpr std::pair<const char*, WorkbookForm> forms[] = {

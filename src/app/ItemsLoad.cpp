@@ -1,5 +1,6 @@
 #include "app/ItemsLoad.h"
 
+#include "base/Parallel.h"
 #include "data/DataDirectory.h"
 #include "data/DataFile.h"
 #include "data/LoadLimits.h"
@@ -8,8 +9,11 @@
 #include "platform/Files.h"
 
 #include <algorithm>
+#include <condition_variable>
 #include <iterator>
+#include <mutex>
 #include <new>
+#include <optional>
 #include <utility>
 
 namespace kavendra {
@@ -41,42 +45,111 @@ private:
     std::size_t m_fileSize = 0, m_items = 0, m_memory = 0, m_xmlCost = 0;
 };
 
-DataFileReading loadDataFile(const DataFile& file, std::string sourceName) {
+/// A data file and what its items show as their source.
+struct SourceFile {
+    DataFile file;
+    std::string sourceName;
+};
+
+/// Returns the files of a load in the order of their items.
+Result<std::vector<SourceFile>> sourceFiles(const ItemsLoadRequest& request) {
+    if (auto ensured = ensureDataDirectory(request.dataDirectory); !ensured)
+        return std::unexpected(ensured.error());
+    const auto dataFiles = listDataFiles(request.dataDirectory);
+    if (!dataFiles)
+        return std::unexpected(dataFiles.error());
+    std::vector<SourceFile> files;
+    if (request.includeBuiltinItems && exists(request.builtinFile))
+        files.push_back({dataFileAt(request.builtinFile), std::string(builtinSource)});
+    for (const DataFile& file : *dataFiles)
+        files.push_back({file, file.name});
+    return files;
+}
+
+DataFileReading readDataFile(const SourceFile& source) {
     try {
-        if (file.kind == DataFileKind::workbook)
-            return readWorkbookItems(file, std::move(sourceName));
-        return readCSVFile(file, std::move(sourceName));
+        return source.file.kind == DataFileKind::workbook ? readWorkbookItems(source.file, source.sourceName)
+                                                          : readCSVFile(source.file, source.sourceName);
     } catch (const std::bad_alloc&) {
-        return {.logLines = {}, .items = notEnoughMemory(file.name)};
+        return {.logLines = {}, .items = notEnoughMemory(source.file.name)};
     }
 }
 
+/// Reads files on several threads and joins their items in the order of the files. A file is not read before
+/// all but a few of the files before it are joined, so that only few files hold memory that is not charged
+/// yet; and not after a file before it has failed.
+class ParallelReading {
+public:
+    explicit ParallelReading(std::vector<SourceFile> files)
+        : m_files(std::move(files)), m_readings(m_files.size()), m_end(m_files.size()) {}
+
+    /// Returns the items, or the failure of the first file that fails. The header lines up to that file go to
+    /// `logLines`.
+    Result<ItemList> run(std::vector<std::string>& logLines) {
+        forEachInParallel(m_files.size(), [this](std::size_t index) { read(index); });
+        std::ranges::move(m_logLines, std::back_inserter(logLines));
+        return std::move(m_items);
+    }
+
+private:
+    void read(std::size_t index) {
+        if (!waitForTurn(index))
+            return;
+        DataFileReading reading = readDataFile(m_files[index]);
+        const std::scoped_lock lock(m_mutex);
+        if (!reading.items)
+            m_end = std::min(m_end, index + 1);
+        m_readings[index] = std::move(reading);
+        joinReadings();
+        m_changed.notify_all();
+    }
+
+    /// Returns false if the file is not needed.
+    bool waitForTurn(std::size_t index) {
+        const std::size_t ahead = 2 * parallelThreads();
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [&] { return index < m_joined + ahead || index >= m_end; });
+        return index < m_end;
+    }
+
+    /// Joins the readings whose turn it is.
+    void joinReadings() {
+        for (; m_joined < m_end && m_readings[m_joined]; ++m_joined) {
+            DataFileReading reading = *std::exchange(m_readings[m_joined], std::nullopt);
+            std::ranges::move(reading.logLines, std::back_inserter(m_logLines));
+            if (const auto joined = join(std::move(reading.items), m_files[m_joined].file.name); !joined) {
+                m_items = std::unexpected(joined.error());
+                m_end = m_joined + 1;
+            }
+        }
+    }
+
+    Result<void> join(Result<ItemBlock> block, std::string_view name) {
+        if (!block)
+            return std::unexpected(block.error());
+        auto added = m_totals.add(*block, name);
+        if (added)
+            m_items->append(std::move(*block));
+        return added;
+    }
+
+    const std::vector<SourceFile> m_files;
+    std::mutex m_mutex;
+    std::condition_variable m_changed; ///< m_joined or m_end
+    std::vector<std::optional<DataFileReading>> m_readings;
+    std::size_t m_joined = 0; ///< files
+    std::size_t m_end;        ///< behind the first file known to fail
+    LoadTotals m_totals;
+    Result<ItemList> m_items;
+    std::vector<std::string> m_logLines;
+};
+
 /// Reads all files; their log lines go to `logLines`.
 Result<ItemList> loadAllItems(const ItemsLoadRequest& request, std::vector<std::string>& logLines) {
-    if (auto ensured = ensureDataDirectory(request.dataDirectory); !ensured)
-        return std::unexpected(ensured.error());
-    const auto files = listDataFiles(request.dataDirectory);
+    auto files = sourceFiles(request);
     if (!files)
         return std::unexpected(files.error());
-    ItemList items;
-    LoadTotals totals;
-    const auto append = [&](const DataFile& file, std::string_view sourceName) -> Result<void> {
-        DataFileReading reading = loadDataFile(file, std::string(sourceName));
-        std::ranges::move(reading.logLines, std::back_inserter(logLines));
-        if (!reading.items)
-            return std::unexpected(reading.items.error());
-        auto added = totals.add(*reading.items, file.name);
-        if (added)
-            items.append(std::move(*reading.items));
-        return added;
-    };
-    if (request.includeBuiltinItems && exists(request.builtinFile))
-        if (auto added = append(dataFileAt(request.builtinFile), builtinSource); !added)
-            return std::unexpected(added.error());
-    for (const DataFile& file : *files)
-        if (auto added = append(file, file.name); !added)
-            return std::unexpected(added.error());
-    return items;
+    return ParallelReading(std::move(*files)).run(logLines);
 }
 
 } // namespace

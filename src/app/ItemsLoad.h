@@ -27,10 +27,10 @@ struct ItemsLoad {
     Result<LoadedItems> items;
 };
 
-/// Reads all data files of a directory in their order and builds the search index. Uses no shared state, so
-/// it may run on any thread. Fails as ensureDataDirectory and listDataFiles do, with the failure of the first
-/// file that cannot be read, with the first file at which all files together exceed a limit (see
-/// LoadLimits.h), or as makeSearchIndex does.
+/// Reads all data files of a directory on several threads, joins them in their order and builds the search
+/// index. Uses no shared state, so it may run on any thread. Fails as ensureDataDirectory and listDataFiles
+/// do, with the failure of the first file that cannot be read, with the first file at which all files
+/// together exceed a limit (see LoadLimits.h), or as makeSearchIndex does.
 ItemsLoad loadItems(const ItemsLoadRequest& request);
 
 } // namespace kavendra
