@@ -1,6 +1,7 @@
 #include "app/CommandLine.h"
 #include "app/ContentView.h"
 #include "app/WindowMenus.h"
+#include "base/Text.h"
 #include "config/SettingsFile.h"
 #include "platform/Files.h"
 #include "platform/Paths.h"
@@ -114,6 +115,7 @@ int main(int argc, char* argv[]) {
     std::setlocale(LC_ALL, "");
     // First, because libraries change the environment.
     Processes processes(programEnvironment());
+    initializeTextServices();
     // Write errors (file size limit, closed pipe) are reported as errors instead of ending the process.
     std::signal(SIGXFSZ, SIG_IGN);
     std::signal(SIGPIPE, SIG_IGN);

@@ -3,7 +3,9 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/coll.h>
+#include <unicode/locid.h>
 #include <unicode/normalizer2.h>
+#include <unicode/putil.h>
 #include <unicode/translit.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
@@ -82,6 +84,11 @@ std::size_t whiteSpaceSuffix(std::string_view text) {
 }
 
 } // namespace
+
+void initializeTextServices() {
+    u_getDataDirectory();
+    icu::Locale::getDefault();
+}
 
 std::size_t whiteSpacePrefix(std::string_view text) {
     if (text.empty())

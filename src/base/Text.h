@@ -8,6 +8,10 @@
 /// read them as U+FFFD.
 namespace kavendra {
 
+/// Lets ICU read the locale and the environment, which it does once. Call it before there are other threads,
+/// which may change both. The functions below may be called on any thread.
+void initializeTextServices();
+
 /// Returns `text` without Unicode White_Space characters at both ends.
 std::string_view trimmed(std::string_view text);
 
