@@ -22,18 +22,11 @@ const std::string header = "Title,Command,Params,Keywords\n";
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
 
-std::string repeated(std::string_view text, std::size_t times) {
-    std::string result;
-    while (times-- > 0)
-        result += text;
-    return result;
-}
-
 /// A workbook whose rows all have the same title.
 std::string workbookRepeating(const std::string& title, std::size_t rows) {
     const std::string row = R"(<row><c r="A2" t="s"><v>0</v></c></row>)";
     const std::string strings = "<si><t>" + title + "</t></si>";
-    return makeZip(zipEntries(workbookParts({headerRow() + repeated(row, rows)}, strings)));
+    return makeWorkbook(workbookParts({headerRow() + repeated(row, rows)}, strings));
 }
 
 ItemsLoad load(const std::string& directory) {
@@ -65,7 +58,7 @@ TEST(ItemsLoad, ReadsBuiltinItemsFirstThenFilesInOrder) {
         resources.write("made/by the load/" + name, content);
     };
     const auto workbook = [](const char* title) {
-        return makeZip(zipEntries(workbookParts({headerRow() + inlineRow({title})})));
+        return makeWorkbook(workbookParts({headerRow() + inlineRow({title})}));
     };
     write("D.XLSM", workbook("5"));
     write("b.csv", header + "2,,,\n1,,,");
@@ -150,9 +143,8 @@ TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
         std::filesystem::remove(csv);
         std::filesystem::remove(excel);
     }
-    const std::string file = directory.write("file", "");
-    EXPECT_EQ(failureOf(load(file)), "Data directory not found: " + file);
-    EXPECT_EQ(failureOf(load(file + "/x")), file + "/x: Not a directory");
+    EXPECT_EQ(failureOf(load(directory.path("good.csv/x"))),
+              directory.path("good.csv/x") + ": Not a directory");
 }
 
 TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
@@ -169,7 +161,7 @@ TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
          "too many rows or too much text in all files together"},
         {"more rows than a load may have", header + repeated("a,b,\n", 2'100'000), "csv",
          "more than 4194304 rows in all files together"},
-        {"XML that takes long to parse", makeZip(zipEntries(workbookParts({xml}))), "xlsx",
+        {"XML that takes long to parse", makeWorkbook(workbookParts({xml})), "xlsx",
          "too much XML in all files together"},
         {"half as many", header + repeated("a\n", 350'000), "csv", nullptr},
     };
@@ -238,10 +230,8 @@ TEST(ItemsLoad, LimitsTimeAndMemoryByTheSizeOfTheFile) {
         std::string failure;
         const ResourceUse use = measureResources([&] { failure = failureOf(load(directory.path())); });
         EXPECT_EQ(failure, c.failure);
-        EXPECT_LT(use.seconds, maximumTimesHonest * honestSeconds);
+        EXPECT_LT(use.seconds / honestSeconds, maximumTimesHonest);
         EXPECT_LT(use.memory, memoryAlways + memoryTimesFile * c.content.size());
-        testing::Test::RecordProperty(c.name, std::to_string(use.seconds / honestSeconds) + " times, " +
-                                                  std::to_string(use.memory / mebibyte) + " MiB");
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kavendra {
@@ -45,6 +46,18 @@ inline std::vector<ZipEntry> zipEntries(const WorkbookParts& parts) {
     for (const auto& [name, content] : parts)
         entries.push_back({.name = name, .content = content});
     return entries;
+}
+
+inline std::string makeWorkbook(const WorkbookParts& parts) {
+    return makeZip(zipEntries(parts));
+}
+
+inline std::string repeated(std::string_view text, std::size_t times) {
+    std::string result;
+    result.reserve(text.size() * times);
+    while (times-- > 0)
+        result += text;
+    return result;
 }
 
 /// Returns a row of inline strings from column A.

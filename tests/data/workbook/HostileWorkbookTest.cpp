@@ -20,6 +20,7 @@ const std::string book = "xl/workbook.xml";
 const std::string relations = "xl/_rels/workbook.xml.rels";
 const std::string strings = "xl/sharedStrings.xml";
 const std::string sheet = "xl/worksheets/sheet1.xml";
+const std::string invalid = "Invalid Excel format: book.xlsx: ";
 const std::string noSheet = "Excel workbook has no supported sheet: book.xlsx";
 const std::string sheetRows = headerRow() + inlineRow({"a", "b", "c", "d"});
 
@@ -37,10 +38,8 @@ const std::string libraryText;
 /// any machine and under sanitizers.
 double honestSeconds() {
     static const double seconds = [] {
-        std::string rows = headerRow();
-        for (int row = 0; row < 10'000; ++row)
-            rows += inlineRow({"Title " + std::to_string(row), "https://example.com/", "", "some words"});
-        const std::string workbook = makeZip(zipEntries(workbookParts({rows})));
+        const std::string row = inlineRow({"a title", "https://example.com/", "", "some words"});
+        const std::string workbook = makeWorkbook(workbookParts({headerRow() + repeated(row, 10'000)}));
         return measureResources([&] { EXPECT_EQ(readWorkbook(workbook).items.size(), 10'000U); }).seconds;
     }();
     return seconds;
@@ -52,15 +51,12 @@ void expectHarmless(const Case& c) {
     Reading reading;
     const ResourceUse use = measureResources([&] { reading = readWorkbook(c.workbook); });
     const bool isWhole = c.failure.starts_with("Excel");
-    const std::string begin = isWhole ? "" : "Invalid Excel format: book.xlsx: ";
-    const std::string expected = begin + c.part + (c.part.empty() ? "" : ": ") + c.failure;
+    const std::string expected = (isWhole ? "" : invalid) + c.part + (c.part.empty() ? "" : ": ") + c.failure;
     EXPECT_EQ(c.failure == libraryText ? reading.failure.substr(0, expected.size()) : reading.failure,
               expected);
     EXPECT_TRUE(c.failure != libraryText || reading.failure.size() > expected.size());
-    EXPECT_LT(use.seconds, maximumTimesHonest * honestSeconds());
+    EXPECT_LT(use.seconds / honestSeconds(), maximumTimesHonest);
     EXPECT_LT(use.memory, maximumMemory);
-    testing::Test::RecordProperty(c.name, std::to_string(use.seconds / honestSeconds()) + " times, " +
-                                              std::to_string(use.memory / mebibyte) + " MiB");
 }
 
 /// A workbook of one sheet, with the entry of the sheet changed.
@@ -79,13 +75,13 @@ std::string withHeader(Field ZipEntry::* field, std::type_identity_t<Field> valu
 }
 
 std::string withSheetRows(const std::string& rows, const std::string& sharedStrings = {}) {
-    return makeZip(zipEntries(workbookParts({rows}, sharedStrings)));
+    return makeWorkbook(workbookParts({rows}, sharedStrings));
 }
 
 std::string withPart(const std::string& name, const std::string& content) {
     WorkbookParts parts = workbookParts({sheetRows});
     parts[name] = content;
-    return makeZip(zipEntries(parts));
+    return makeWorkbook(parts);
 }
 
 /// A workbook with the sheet uncompressed, so that the file is as long as the sheet.
@@ -101,14 +97,6 @@ std::string withTarget(const std::string& target) {
     const std::string usual = "worksheets/sheet1.xml";
     content.replace(content.find(usual), usual.size(), target);
     return withPart(relations, content);
-}
-
-std::string repeated(const std::string& text, std::size_t times) {
-    std::string result;
-    result.reserve(text.size() * times);
-    for (std::size_t count = 0; count < times; ++count)
-        result += text;
-    return result;
 }
 
 /// A sheet that inflates to two gigabytes of spaces, with `size` in its zip headers.
@@ -161,22 +149,21 @@ std::string withSheetNamed(std::size_t times, const std::string& rows) {
     WorkbookParts parts = workbookParts({rows});
     const std::string name = "<sheet name=\"a\" r:id=\"rId1\"/>";
     parts[book].insert(parts[book].find("<sheet "), repeated(name, times - 1));
-    return makeZip(zipEntries(parts));
+    return makeWorkbook(parts);
 }
 
-std::vector<std::string> numbers(int count) {
-    std::vector<std::string> texts;
-    for (int number = 0; number < count; ++number)
-        texts.push_back(std::to_string(number));
+/// Different names of entries or elements.
+std::vector<std::string> names(std::size_t count) {
+    std::vector<std::string> texts(count);
+    for (std::mt19937 random(1); std::string & text : texts)
+        text = "n" + std::to_string(random());
     return texts;
 }
 
-/// Empty elements, each with a name of its own.
-std::string manyNames(std::size_t count) {
+std::string elements(const std::vector<std::string>& names) {
     std::string xml = "<worksheet>";
-    std::mt19937 random(1);
-    for (std::size_t index = 0; index < count; ++index)
-        xml += "<n" + std::to_string(random()) + "/>";
+    for (const std::string& name : names)
+        xml += "<" + name + "/>";
     return xml + "</worksheet>";
 }
 
@@ -185,14 +172,12 @@ std::string sharedCell(const std::string& column) {
     return "<c r=\"" + column + "1\" t=\"s\"><v>0</v></c>";
 }
 
-/// A header that goes on for hundreds of columns with the first shared string.
+/// A header with 52 more columns, which all have the first shared string.
 std::string wideHeader() {
     std::string row = headerRow();
     row.resize(row.rfind("</row>"));
-    row += sharedCell("F");
     for (char letter = 'A'; letter <= 'Z'; ++letter)
-        for (char second = 'A'; second <= 'Z'; ++second)
-            row += sharedCell({letter, second});
+        row += sharedCell({'A', letter}) + sharedCell({'B', letter});
     return row + "</row>";
 }
 
@@ -213,7 +198,7 @@ TEST(HostileWorkbook, rejectsArchives) {
         {"inflates to two gigabytes", inflatingTo2GiB(2047 * mebibyte), sheet, "too large"},
         {"inflates to two gigabytes and hides it", inflatingTo2GiB(mebibyte), sheet, notAsLong},
         {"overlapping entries", overlapping(), "", "entries overlap"},
-        {"20,000 entries", withEntries(numbers(20'000), ""), "", "too many entries"},
+        {"20,000 entries", withEntries(names(20'000), ""), "", "too many entries"},
         {"more entries than the end record says", withEndRecords(70'000, 1, 70'000 - 0x10000), "",
          "too many entries"},
         {"an end record after the other", withEndRecords(10'000, 300, 10'000), "", "too many entries"},
@@ -230,20 +215,12 @@ TEST(HostileWorkbook, rejectsArchives) {
         expectHarmless(c);
 }
 
-TEST(HostileWorkbook, ignoresEntriesWithOtherNames) {
-    const std::string bytes = withEntries(
-        {"../../etc/passwd", "/etc/passwd", "xl/*", "xl/worksheets/[a-z].xml", "C:\\a", "a\nb"}, "x");
-    EXPECT_EQ(readWorkbook(bytes).items, Lines{"a|b|c|d"});
-}
-
 TEST(HostileWorkbook, rejectsTruncatedArchives) {
     const std::string whole =
         withStoredSheet("<worksheet>" + sheetRows + repeated(inlineRow({"x"}), 100) + "</worksheet>");
     ASSERT_EQ(readWorkbook(whole).failure, "");
     for (std::size_t size = 0; size < whole.size(); size += 64)
-        EXPECT_TRUE(
-            readWorkbook(whole.substr(0, size)).failure.starts_with("Invalid Excel format: book.xlsx: "))
-            << size;
+        EXPECT_TRUE(readWorkbook(whole.substr(0, size)).failure.starts_with(invalid)) << size;
 }
 
 TEST(HostileWorkbook, rejectsChangedBytesThatChangeItems) {
@@ -264,7 +241,6 @@ TEST(HostileWorkbook, rejectsParts) {
     const std::string laughs = "<!DOCTYPE a [<!ENTITY a \"ha\"><!ENTITY b \"&a;&a;&a;&a;&a;&a;&a;&a;&a;&a;\">"
                                "<!ENTITY c \"&b;&b;&b;&b;&b;&b;&b;&b;&b;&b;\">]><a>&c;&c;&c;</a>";
     const std::string empty = "<!DOCTYPE a><a/>";
-    const std::string external = "<!DOCTYPE a [<!ENTITY x SYSTEM \"file:///etc/passwd\">]><a>&x;</a>";
     const std::string longAttribute = "<a b=\"" + std::string(50'000'000, 'x') + "\"/>";
     const std::string longComment = "<a><!--" + std::string(20'000'000, 'x') + "--></a>";
     const std::string longString = "<si><t>" + std::string(100'000, 'x') + "</t></si>";
@@ -275,7 +251,6 @@ TEST(HostileWorkbook, rejectsParts) {
         relationships += "<Relationship Id=\"" + std::to_string(id) + "\" Type=\"/worksheet\" Target=\"a\"/>";
     const Case cases[] = {
         {"billion laughs", withPart(sheet, laughs), sheet, doctype},
-        {"external entity", withPart(sheet, external), sheet, doctype},
         {"document type in the strings", withPart(strings, empty), strings, doctype},
         {"undefined entity", withPart(sheet, "<a>&x;</a>"), sheet, libraryText},
         {"invalid UTF-8", withPart(sheet, "<a>\xED\xA0\x80</a>"), sheet, libraryText},
@@ -283,7 +258,7 @@ TEST(HostileWorkbook, rejectsParts) {
         {"unfinished comment", withPart(sheet, "<!--" + std::string(15'000'000, '-')), sheet, libraryText},
         {"attribute of 50 MB", withStoredSheet(longAttribute), sheet, tooLongToken},
         {"100,000 levels", withPart(sheet, repeated("<a>", 100'000)), sheet, "elements nested too deeply"},
-        {"a million names", withPart(sheet, manyNames(1'000'000)), sheet, "out of memory"},
+        {"a million names", withPart(sheet, elements(names(1'000'000))), sheet, "out of memory"},
         {"too many rows", withSheetRows(repeated("<row/>", workbookLimits::rows + 1)), sheet,
          "too many rows"},
         {"a cell of 300,000 letters", withSheetRows(inlineRow({std::string(300'000, 'x')})), sheet,
@@ -302,8 +277,6 @@ TEST(HostileWorkbook, rejectsParts) {
         {"too many relationships", withPart(relations, relationships + "</Relationships>"), relations,
          "too many relationships"},
         {"too many sheets", withPart(book, "<w>" + sheets + "</w>"), book, "too many sheets"},
-        {"the last column in every row",
-         withSheetRows(repeated("<row><c r=\"XFD1\"><v>1</v></c></row>", 300'000)), "", noSheet},
     };
     for (const Case& c : cases)
         expectHarmless(c);
