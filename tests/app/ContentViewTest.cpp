@@ -113,7 +113,7 @@ TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
     EXPECT_TRUE(state().appSettings.showDebugSummary) << "the previous settings";
 }
 
-TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadThatReachesIt) {
+TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadWithValidSettingsAndState) {
     std::filesystem::create_directories(configuration.path("log"));
     configuration.write("log/kavendra.log", "previous run\n");
     configuration.write("kavendra-state.json", "[");

@@ -49,7 +49,7 @@ Lines titles(const ItemsLoad& load) {
 
 } // namespace
 
-TEST(ItemsLoad, ReadsBuiltinItemsFirstThenFilesInOrder) {
+TEST(ItemsLoad, readsBuiltinItemsFirstThenFilesInOrder) {
     const TemporaryDirectory resources;
     const std::string directory = resources.path("made/by the load");
     const std::string builtin = resources.write("Built-in.csv", header + "built,,,\n");
@@ -85,7 +85,7 @@ TEST(ItemsLoad, ReadsBuiltinItemsFirstThenFilesInOrder) {
     EXPECT_EQ(failed.logLines, (Lines{logLines[0], logLines[1], "CSV headers (B.csv): Title | Command"}));
 }
 
-TEST(ItemsLoad, JoinsFilesThatAreReadAtTheSameTimeInTheirOrder) {
+TEST(ItemsLoad, joinsFilesThatAreReadAtTheSameTimeInTheirOrder) {
     const TemporaryDirectory directory;
     const auto name = [](int number) { return std::to_string(1000 + number) + ".csv"; };
     Lines expected, logLines;
@@ -112,7 +112,7 @@ TEST(ItemsLoad, JoinsFilesThatAreReadAtTheSameTimeInTheirOrder) {
     }
 }
 
-TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
+TEST(ItemsLoad, failsWithTheMessageOfTheFileThatCannotBeRead) {
     const TemporaryDirectory directory;
     const ScopedOrdinaryUser user(directory.path());
     directory.write("good.csv", header + "good,,,\n");
@@ -147,7 +147,7 @@ TEST(ItemsLoad, FailsWithTheMessageOfTheFileThatCannotBeRead) {
               directory.path("good.csv/x") + ": Not a directory");
 }
 
-TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
+TEST(ItemsLoad, chargesSharedLimitsInFileOrder) {
     std::string xml = headerRow() + inlineRow({"a"});
     xml.append(15 * mebibyte, '>');
     struct Case {
@@ -177,7 +177,7 @@ TEST(ItemsLoad, ChargesSharedLimitsInFileOrder) {
     }
 }
 
-TEST(ItemsLoad, FailsWithoutLeakingWhenMemoryIsShort) {
+TEST(ItemsLoad, failsWithoutLeakingWhenMemoryIsShort) {
     const TemporaryDirectory directory;
     directory.write("a.csv", header + "good,,,\n");
     const std::string large = directory.write("large.csv", header);
@@ -191,7 +191,7 @@ TEST(ItemsLoad, FailsWithoutLeakingWhenMemoryIsShort) {
     EXPECT_EQ(loaded.items->list.size(), 2U);
 }
 
-TEST(ItemsLoad, LimitsTimeAndMemoryByTheSizeOfTheFile) {
+TEST(ItemsLoad, limitsTimeAndMemoryByTheSizeOfTheFile) {
     constexpr double maximumTimesHonest = 20;
     constexpr std::size_t memoryAlways = 64 * mebibyte, memoryTimesFile = 16;
     const std::string tooMuchText = "too much text for the size of the file";
@@ -235,7 +235,7 @@ TEST(ItemsLoad, LimitsTimeAndMemoryByTheSizeOfTheFile) {
     }
 }
 
-TEST(ItemsLoad, NamesTheLargestFileWhenMemoryForTheIndexIsShort) {
+TEST(ItemsLoad, namesTheLargestFileWhenMemoryForTheIndexIsShort) {
     ItemList items;
     for (const auto& [source, size] :
          {std::pair("a.csv", std::size_t{1}), {"large.csv", 100 * mebibyte}, {"z.csv", std::size_t{2}}}) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
 
-/// Sizes on both sides of where a buffer gets memory of its own.
+/// Sizes below and above the one from which a buffer is mapped separately.
 constexpr std::size_t sizes[] = {0, 1, 4096, 4 * mebibyte - 1, 4 * mebibyte, 9 * mebibyte + 5};
 
 std::string pattern(std::size_t size) {
@@ -29,7 +29,7 @@ bool isPadded(const ByteBuffer& buffer) {
 
 } // namespace
 
-TEST(ByteBuffer, KeepsItsBytesWhileItGrowsShrinksAndMoves) {
+TEST(ByteBuffer, keepsItsBytesWhenResizedOrMoved) {
     for (const std::size_t size : sizes) {
         SCOPED_TRACE(size);
         const std::string text = pattern(size);
@@ -50,7 +50,7 @@ TEST(ByteBuffer, KeepsItsBytesWhileItGrowsShrinksAndMoves) {
     }
 }
 
-TEST(ByteBuffer, GrowsByAppendingAlsoItsOwnBytes) {
+TEST(ByteBuffer, appendsAlsoItsOwnBytes) {
     ByteBuffer buffer;
     std::string expected;
     buffer.append("");

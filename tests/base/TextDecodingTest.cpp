@@ -76,7 +76,7 @@ TEST(DecodeText, returnsUTF8InTheSameMemory) {
     EXPECT_EQ(decodeText(std::move(bytes))->data(), before);
 }
 
-TEST(IsValidUTF8, isStrictAtEveryPositionOfABlock) {
+TEST(IsValidUTF8, rejectsInvalidBytesAtEveryPositionOfABlock) {
     const std::string_view valid[] = {
         "é",           "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF",
         "\xEF\xBF\xBF"};

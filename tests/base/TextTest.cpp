@@ -31,7 +31,7 @@ TEST(Text, normalizesToComposedForm) {
     EXPECT_EQ(normalized("a\u0302\u0323"), "\u1EAD");
 }
 
-TEST(Text, normalizesUpToThirtyMarksInARowAtOnce) {
+TEST(Text, reordersRunsOfUpToThirtyCombiningMarks) {
     std::string marks;
     for (int count = 1; count < 30; ++count)
         marks += "\u0301";
@@ -39,7 +39,7 @@ TEST(Text, normalizesUpToThirtyMarksInARowAtOnce) {
     EXPECT_EQ(normalized("e" + marks + "\u0301\u0327"), "é" + marks + "\u0327");
 }
 
-TEST(Text, normalizesEndlessMarksInReasonableTime) {
+TEST(Text, normalizesLongRunsOfCombiningMarksInLinearTime) {
     std::string marks = "e";
     for (int i = 0; i < 500'000; ++i)
         marks += "\u0301\u0327";
@@ -53,7 +53,7 @@ TEST(Text, turnsHiraganaIntoKatakana) {
     EXPECT_EQ(hiraganaToKatakana("カタ漢字abc"), "カタ漢字abc");
 }
 
-TEST(Text, ordersNamesForAReaderAndAlwaysTheSameWay) {
+TEST(Text, sortsNamesByLocaleAndThenByBytes) {
     std::vector<std::string> names{"c.csv", "B.xlsx", "a.csv", "A.csv", "é.csv", "f.csv"};
     std::ranges::sort(names, localizedLess);
     EXPECT_EQ(names, (std::vector<std::string>{"A.csv", "a.csv", "B.xlsx", "c.csv", "é.csv", "f.csv"}));

@@ -27,7 +27,7 @@ LaunchState stateOf(bool isLong) {
     return {{{std::string(isLong ? 20000 : 20, isLong ? 'l' : 's'), 100}}};
 }
 
-/// Saves prepared bytes, because encoding them takes longer than the save, which is what is tested.
+/// Saves prepared bytes: encoding would take most of the time, and few kills would hit a save.
 bool saveForever(const std::string& directory) {
     const std::array paths{settingsFilePath(directory), stateFilePath(directory)};
     std::vector<std::pair<std::string, std::string>> saves;

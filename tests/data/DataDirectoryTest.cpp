@@ -8,7 +8,7 @@
 
 namespace kavendra {
 
-TEST(DataDirectory, ListsDataFilesInTheOrderOfTheirNames) {
+TEST(DataDirectory, listsDataFilesInTheOrderOfTheirNames) {
     const TemporaryDirectory directory;
     for (const char* name : {"_old.csv", "Notes.CSV", ".hidden.csv", "old.xls", "list.txt", "b.csv", "A.xlsx",
                              "csv", "c.XLSM", "~$book.xlsx", ".csv"})
@@ -26,7 +26,7 @@ TEST(DataDirectory, ListsDataFilesInTheOrderOfTheirNames) {
                      "directory.csv, Notes.CSV, ");
 }
 
-TEST(DataDirectory, IsCreatedOnlyIfNothingExistsThere) {
+TEST(DataDirectory, isCreatedOnlyIfNothingExistsAtThePath) {
     const TemporaryDirectory directory;
     const std::string missing = directory.path("a/b"), file = directory.write("file", "");
     ASSERT_TRUE(ensureDataDirectory(missing));

@@ -19,7 +19,7 @@ ItemBlock block(std::string_view titles, std::string source) {
 
 } // namespace
 
-TEST(ItemList, FindsItemsThroughAllBlocksInOrder) {
+TEST(ItemList, findsItemsThroughAllBlocksInOrder) {
     ItemList list;
     EXPECT_TRUE(list.empty());
     list.append(block("", "empty"));
@@ -39,7 +39,7 @@ TEST(ItemList, FindsItemsThroughAllBlocksInOrder) {
     EXPECT_EQ(titles, "abcde");
 }
 
-TEST(ItemList, IdentifiesItsItemsAndNoOthers) {
+TEST(ItemList, idsBelongToOneListOnly) {
     // Counting up from any random start must keep version and variant: many lists, so that some overflow.
     for (int round = 0; round < 200; ++round) {
         ItemList list, other;

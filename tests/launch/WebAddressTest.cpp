@@ -54,7 +54,7 @@ TEST(WebAddress, isUnchangedExceptForRequiredEncoding) {
     EXPECT_EQ(webAddressOf("http://" + longUnicodeName + "/"), "http://" + encodedName + "/");
 }
 
-TEST(WebAddress, otherTextIsNone) {
+TEST(WebAddress, otherTextIsNoWebAddress) {
     using namespace std::string_view_literals;
     for (const std::string_view scheme :
          {"http"sv, "mailto:"sv, "file://"sv, "ftp://"sv, "httpx://"sv, "http//"sv, ""sv, ":"sv, "://"sv,

@@ -100,7 +100,7 @@ private:
 
 } // namespace
 
-TEST(SearchIndex, MatchesThePlainSearchForRandomItemsAndQueries) {
+TEST(SearchIndex, matchesThePlainSearchForRandomItemsAndQueries) {
     TextGenerator generator;
     std::size_t found = 0, possible = 0;
     for (int round = 0; round < 400; ++round) {
@@ -121,7 +121,7 @@ TEST(SearchIndex, MatchesThePlainSearchForRandomItemsAndQueries) {
     EXPECT_LT(found, possible * 3 / 4);
 }
 
-TEST(SearchIndex, MatchesThePlainSearchForQueriesThatAreTypedAndChanged) {
+TEST(SearchIndex, matchesThePlainSearchForQueriesThatAreTypedAndChanged) {
     TextGenerator generator;
     for (int round = 0; round < 400; ++round) {
         const ItemList list = listOf(generator.items());
@@ -138,7 +138,7 @@ TEST(SearchIndex, MatchesThePlainSearchForQueriesThatAreTypedAndChanged) {
     }
 }
 
-TEST(SearchIndex, FindsItemsThatAnEarlierTextDidNotFind) {
+TEST(SearchIndex, findsItemsThatAnEarlierTextDidNotFind) {
     std::vector<Fields> items(20, Fields{"z", "z", "", ""});
     struct Case {
         const char* earlier;
@@ -166,7 +166,7 @@ TEST(SearchIndex, FindsItemsThatAnEarlierTextDidNotFind) {
     }
 }
 
-TEST(SearchIndex, FailsForTheFirstFileThatExceedsTheMemory) {
+TEST(SearchIndex, failsForTheFirstFileThatExceedsTheMemory) {
     std::string text;
     for (int i = 0; i < 300; ++i)
         text += "\U0001D160"; // three times as long in normalisation form C
@@ -186,7 +186,7 @@ TEST(SearchIndex, FailsForTheFirstFileThatExceedsTheMemory) {
     }
 }
 
-TEST(SearchIndex, FindsItemsByTheirWords) {
+TEST(SearchIndex, findsItemsByTheirWords) {
     const std::vector<Fields> items = {
         {"Open Wiki", "https://wiki.example/", "", "team"},
         {"ひらがな", "run", "--a", "カタカナ"},
@@ -230,7 +230,7 @@ TEST(SearchIndex, FindsItemsByTheirWords) {
     EXPECT_TRUE(SearchIndex().matches("a").empty());
 }
 
-TEST(SearchIndex, FindsItemsNearAndFarApart) {
+TEST(SearchIndex, findsItemsNearAndFarApart) {
     std::vector<Fields> items(5'000, Fields{"filler", "x", "", ""});
     const Indexes expected{0, 1, 2, 9, 10, 500, 501, 517, 2'499, 2'500, 4'000, 4'998, 4'999};
     for (const std::uint32_t i : expected)

@@ -32,7 +32,7 @@ std::vector<std::size_t> placesBy(std::string_view text, const SubstringSearch& 
 
 } // namespace
 
-TEST(SubstringSearch, FindsEveryPlaceInTextsOfAnyLengthAndAlignment) {
+TEST(SubstringSearch, findsEveryPlaceInTextsOfAnyLengthAndAlignment) {
     std::mt19937 random(3);
     const auto text = [&](std::size_t size, std::string_view letters) {
         std::string made(size, 0);

@@ -31,8 +31,8 @@ private:
     rlimit m_before{};
 };
 
-/// The process may take no more than `room` bytes of address space besides what it has. The sanitizers end
-/// the program when operator new gets none, so under them only a ByteBuffer may run out.
+/// Limits the address space to the current size plus `room` bytes. Under sanitizers a failing operator new
+/// ends the program, so only a ByteBuffer may exceed the limit there.
 class ScopedMemoryLimit {
 public:
     explicit ScopedMemoryLimit(std::size_t room) {

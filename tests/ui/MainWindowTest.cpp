@@ -211,7 +211,7 @@ TEST_F(MainWindowTest, menusActAndReport) {
     EXPECT_EQ(desktop.calls, (Calls{"copyText " + configuration.path("data"), "copyText /"}));
 }
 
-TEST_F(MainWindowTest, toolTipShowsTheWholeTextOfACutOne) {
+TEST_F(MainWindowTest, toolTipShowsTheWholeElidedText) {
     const std::string command = std::string(1500, 'x') + "\xE2\x80\xAE" + "end";
     writeItems("long," + command + ",,\n");
     content.reloadData();

@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(SearchFieldTest, everyEditIsReportedAndNoShownText) {
+TEST_F(SearchFieldTest, editsAreReportedAndShownTextIsNot) {
     QTest::keyClicks(&field, "ab");
     QTest::keyClick(&field, Qt::Key_Backspace);
     EXPECT_EQ(takeEvents(), "text=a text=ab text=a ");
@@ -202,7 +202,7 @@ protected:
 
 } // namespace
 
-TEST_F(SearchFieldFocusTest, gainingTheFocusSelectsAsSet) {
+TEST_F(SearchFieldFocusTest, focusSelectsTheTextIfTheSettingIsOn) {
     struct Case {
         const char* name;
         bool selectAllOnFocus;

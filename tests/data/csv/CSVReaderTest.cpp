@@ -20,7 +20,7 @@ Reading read(std::string_view text) {
 
 } // namespace
 
-TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
+TEST(ReadCSVItems, mapsRowsByTheHeaderNames) {
     struct Case {
         const char* name;
         std::string text;
@@ -49,7 +49,7 @@ TEST(ReadCSVItems, MapsRowsByTheHeaderNames) {
     }
 }
 
-TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuote) {
+TEST(ReadCSVItems, logsTheHeaderOrTheRowOfAnOpenQuote) {
     struct Case {
         std::string text;
         Lines log;
@@ -80,7 +80,7 @@ TEST(ReadCSVItems, LogsTheHeaderOrTheOpenQuote) {
     }
 }
 
-TEST(ReadCSVItems, ReadsAMillionFieldsInARowAndALargeOpenQuote) {
+TEST(ReadCSVItems, readsAMillionFieldsAndRejectsALargeOpenQuote) {
     std::string wide(header, 0, header.size() - 1);
     for (int i = 0; i < 250'000; ++i)
         wide += ",Title,Keywords,,x";
@@ -98,7 +98,7 @@ TEST(ReadCSVItems, ReadsAMillionFieldsInARowAndALargeOpenQuote) {
     EXPECT_EQ(block.error().description, unterminated);
 }
 
-TEST(ReadCSVItems, LimitsRowsByTheSizeOfTheFile) {
+TEST(ReadCSVItems, limitsRowsByTheSizeOfTheFile) {
     std::string text(header);
     for (std::size_t row = 0; row < 1'000'000; ++row)
         text += "a\n";

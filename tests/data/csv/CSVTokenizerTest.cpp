@@ -101,7 +101,7 @@ private:
 
 } // namespace
 
-TEST(CSVTokenizer, FollowsTheRulesOfQuoting) {
+TEST(CSVTokenizer, followsTheRulesOfQuoting) {
     const std::pair<std::string_view, CSVRows> cases[] = {
         {"", {}},
         {"\"\"", {}},
@@ -125,7 +125,7 @@ TEST(CSVTokenizer, FollowsTheRulesOfQuoting) {
         EXPECT_EQ(csvRows(open), std::nullopt) << open;
 }
 
-TEST(CSVTokenizer, AgreesWithThePlainStateMachine) {
+TEST(CSVTokenizer, agreesWithThePlainStateMachine) {
     TextGenerator generator;
     int complete = 0;
     for (int round = 0; round < 20'000; ++round) {

@@ -29,7 +29,7 @@ constexpr TestService::Description fileManagerService{
   </interface>
 </node>)"};
 
-/// Makes the desktop before the first test of the program, because GIO reads its surroundings once.
+/// Makes the desktop before the first test of the program, because GIO reads the environment once.
 class DesktopForAllTests : public testing::Environment {
 public:
     void SetUp() override { desktop = std::make_unique<TestDesktop>(); }
@@ -81,7 +81,7 @@ TEST_F(FreedesktopDesktopTest, applicationGetsTheGivenEnvironmentAndItsOwnSessio
     std::signal(SIGXFSZ, handler);
     ASSERT_NE(surroundings.waitForRecord(), "");
     std::vector<std::string> environment = surroundings.environmentOfApplication();
-    // GIO tells every program which desktop entry it was started from.
+    // GIO adds variables with the desktop entry.
     std::erase_if(environment, [](const std::string& entry) { return entry.starts_with("GIO_LAUNCHED_"); });
     std::ranges::sort(environment);
     EXPECT_EQ(environment, (std::vector<std::string>{"MARK=a = b", "PATH=/usr/bin:/bin"}));
