@@ -25,13 +25,16 @@ void forEachInParallel(std::size_t count, const std::function<void(std::size_t)>
         for (std::size_t index = next++; index < count; index = next++)
             work(index);
     };
-    std::array<std::jthread, maximumThreads> others; // the destructors wait for their ends
+    std::array<std::thread, maximumThreads> others; // std::jthread is missing in the C++ library of macOS
     try {
         for (std::size_t thread = 1; thread < std::min(count, parallelThreads()); ++thread)
-            others[thread] = std::jthread(workUntilDone);
+            others[thread] = std::thread(workUntilDone);
     } catch (const std::exception&) { // no more threads or no memory for one
     }
     workUntilDone();
+    for (std::thread& other : others)
+        if (other.joinable())
+            other.join();
 }
 
 } // namespace kavendra
