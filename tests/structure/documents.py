@@ -70,4 +70,4 @@ for document in [*REPOSITORY.glob("*.md"), *(REPOSITORY / "docs").rglob("*.md")]
 readme = (REPOSITORY / "README.md").read_text()
 check_messages(readme)
 require(readme.count("\n") < MAXIMUM_README_LINES, "README.md is too long")
-sys.exit("\n".join(problems))
+sys.exit("\n".join(problems) or 0)
