@@ -109,13 +109,12 @@ Result<void> Launcher::startProgram(const std::string& command, std::string_view
     const auto arguments = expandedTokens(params);
     if (!arguments)
         return std::unexpected(arguments.error());
-    return m_processes.start(*executable, *arguments, {}, m_desktop.activationEnvironment());
+    return m_processes.start(*executable, *arguments);
 }
 
 ActionOutcome Launcher::runProgram(const std::string& executable, const std::vector<std::string>& arguments,
                                    std::string message) {
-    Result<RunningProgram> program =
-        m_processes.run(executable, arguments, m_desktop.activationEnvironment());
+    Result<RunningProgram> program = m_processes.run(executable, arguments);
     if (!program)
         return std::unexpected(std::move(program.error()));
     ActionSuccess started(std::move(message));

@@ -51,21 +51,20 @@ std::uint8_t copyLowered(const char* text, std::size_t size, char* copy) {
     return all;
 }
 
-std::size_t textSize(const ItemRow& row) {
-    std::size_t size = 0;
+/// Returns the size of a row's texts with a separator behind each.
+std::size_t joinedSize(const ItemRow& row) {
+    std::size_t size = row.size();
     for (const TextSpan span : row)
         size += span.length;
     return size;
 }
 
-std::size_t textSize(std::span<const ItemRow> rows) {
+std::size_t joinedSize(std::span<const ItemRow> rows) {
     std::size_t size = 0;
     for (const ItemRow& row : rows)
-        size += textSize(row);
+        size += joinedSize(row);
     return size;
 }
-
-constexpr std::size_t separators = requiredColumns.size(); ///< of a row: one behind each text
 
 /// Remembers where the texts of a block are folded in the search text, so that a long string that many rows
 /// of a part share is folded once. A text is found by its offset: spans are equal or do not overlap, so at
@@ -75,7 +74,7 @@ class FoldedTexts {
 public:
     explicit FoldedTexts(const SearchTextSource& source) {
         const std::size_t blockSize = source.block->text.size();
-        if (textSize(source.rows) > blockSize) // else hardly any text is shared
+        if (joinedSize(source.rows) > blockSize) // else hardly any text is shared
             m_slots.resize(blockSize / slotSize + 1);
     }
 
@@ -102,7 +101,7 @@ class SearchTextWriter {
 public:
     explicit SearchTextWriter(const SearchTextSource& source) : m_source(source), m_foldedTexts(source) {
         m_result.firstItem = source.firstItem;
-        m_result.text = ByteBuffer(textSize(source.rows) + source.rows.size() * separators);
+        m_result.text = ByteBuffer(joinedSize(source.rows));
         m_result.starts.reserve(source.rows.size() + 1);
         m_result.characters.reserve(source.rows.size());
     }
@@ -136,7 +135,7 @@ private:
 
     /// Appends the row and returns true when it is ASCII; else appends nothing.
     bool appendASCII(const ItemRow& row) {
-        reserve(textSize(row) + separators);
+        reserve(joinedSize(row));
         char* const begin = m_result.text.data() + m_used;
         char* out = begin;
         std::uint8_t all = 0;

@@ -135,7 +135,9 @@ class Session:
         self.eventually("the window is shown", self.windows)
         self.window = self.windows()[0]
         xdotool("windowactivate", "--sync", self.window)
-        self.focus_becomes("the search field has the focus", "text: Search")
+        # By its state: the event may have come before the program was on the accessibility bus.
+        self.eventually("the search field has the focus",
+                        lambda: named("Search").get_state_set().contains(Atspi.StateType.FOCUSED))
 
     def quit(self):
         xdotool("windowactivate", "--sync", self.window)
@@ -215,7 +217,7 @@ class Session:
                 if condition():
                     print("ok:", what, flush=True)
                     return
-            except (GLib.Error, AttributeError, OSError):
+            except (GLib.Error, AttributeError, OSError, TypeError):
                 pass  # the widget or file is not there yet, or no longer
             time.sleep(0.05)
         log = self.log.read_text() if self.log.exists() else ""

@@ -109,13 +109,15 @@ TEST(Processes, awaitedProgramCanWriteErrorsAfterTheEndOfItsStarter) {
     const TemporaryDirectory directory;
     const pid_t starter = fork();
     if (starter == 0) {
-        const std::string script = "sleep 0.3; echo error >&2 && echo > " + directory.path("survived");
+        const std::string script = "cd " + directory.path() +
+                                   "; while [ -d . ] && [ ! -e go ]; do sleep 0.05; done; " +
+                                   "echo error >&2 && echo > survived";
         _exit(Processes(plainEnvironment).run(shell, {"-c", script}) ? 0 : 1);
     }
     int status = 0;
     ASSERT_EQ(waitpid(starter, &status, 0), starter);
     ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-    EXPECT_FALSE(std::filesystem::exists(directory.path("survived")));
+    directory.write("go", "");
     EXPECT_TRUE(eventually([&] { return std::filesystem::exists(directory.path("survived")); }));
 }
 

@@ -34,7 +34,6 @@ public:
         record("openTerminal " + directory);
         return terminalResult;
     }
-    std::vector<std::string> activationEnvironment() override { return activation; }
     void copyText(const std::string& text) override { record("copyText " + text); }
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override {
         received(clipboard == Clipboard::copied ? "copied text" : "selected text");
@@ -47,7 +46,6 @@ public:
     bool accepts = true;
     Result<ProgramOutcome> terminalResult = ProgramOutcome{.succeeded = true, .standardError = {}};
     std::set<std::string> applications;
-    std::vector<std::string> activation;
     std::vector<std::string> calls;
     std::vector<Appearance> appearances;
     StartupRegistrationStatus startupStatus = StartupRegistrationStatus::notRegistered;

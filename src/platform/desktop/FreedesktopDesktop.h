@@ -3,7 +3,6 @@
 #include "base/Executor.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
-#include "platform/desktop/ActivationTokens.h"
 
 #include <memory>
 
@@ -37,7 +36,6 @@ public:
     Result<void> showDirectory(const std::string& path) override;
     /// Starts the installed terminal (see Terminal.h) and does not wait for it.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
-    std::vector<std::string> activationEnvironment() override;
     void copyText(const std::string& text) override;
     /// Does not use Qt for the clipboard of another X11 program.
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
@@ -56,7 +54,6 @@ private:
 
     Processes& m_processes;
     Executor& m_executor;
-    ActivationTokens m_tokens;
     Appearance m_appearance = Appearance::system;
     bool m_prefersReducedMotion = false;
     std::unique_ptr<AppearancePortal> m_portal;
