@@ -49,21 +49,35 @@ std::size_t joinAndLower(const ItemList& items, std::size_t size) {
     return static_cast<std::size_t>(out - arena.data());
 }
 
-/// Floor: joining and ASCII-lowering every row. Plain: one folded std::string for each item.
+/// Floor: joining and ASCII-lowering every row.
 void buildIndex(benchmark::State& state) {
     const Items& items = itemsOf(state);
     const std::size_t size = items.text.text.size() + items.list.size() * 8;
     Comparison comparison(state, Clock::wall);
     for (auto _ : state)
-        comparison.measure([&] { benchmark::DoNotOptimize(joinAndLower(items.list, size)); },
-                           [&] { benchmark::DoNotOptimize(PlainSearch(items.list)); },
-                           [&] { benchmark::DoNotOptimize(makeSearchIndex(items.list)); });
+        comparison.measureFloor([&] { benchmark::DoNotOptimize(joinAndLower(items.list, size)); },
+                                [&] { benchmark::DoNotOptimize(makeSearchIndex(items.list)); });
 }
 BENCHMARK(buildIndex)
     ->Arg(100'000)
     ->Arg(1'000'000)
     ->UseManualTime()
     ->Iterations(15)
+    ->Unit(benchmark::kMillisecond);
+
+/// Plain: one folded std::string for each item. Freeing these leaves the allocator slower for what comes
+/// next, so the comparison with the floor is separate.
+void buildIndexBesidePlain(benchmark::State& state) {
+    const Items& items = itemsOf(state);
+    Comparison comparison(state, Clock::wall);
+    for (auto _ : state)
+        comparison.measurePlain([&] { benchmark::DoNotOptimize(PlainSearch(items.list)); },
+                                [&] { benchmark::DoNotOptimize(makeSearchIndex(items.list)); });
+}
+BENCHMARK(buildIndexBesidePlain)
+    ->Arg(1'000'000)
+    ->UseManualTime()
+    ->Iterations(9)
     ->Unit(benchmark::kMillisecond);
 
 /// Returns items whose rows all have the same long Japanese texts, as a string table of a workbook allows.

@@ -7,6 +7,7 @@
 #include "platform/Paths.h"
 #include "platform/ThreadExecutor.h"
 #include "platform/desktop/SystemDesktop.h"
+#include "ui/DisplayFailureReport.h"
 #include "ui/EnterAutoRepeatFilter.h"
 #include "ui/MainWindow.h"
 #include "ui/Translation.h"
@@ -19,6 +20,7 @@
 #include <chrono>
 #include <clocale>
 #include <csignal>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -71,7 +73,9 @@ void endOnSignals(ThreadExecutor& executor) {
 /// that were chosen and have not been carried out.
 int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus, RunningInstance& instance,
                ThreadExecutor& executor) {
+    std::optional<DisplayFailureReport> failureReport(std::in_place);
     QApplication application(argc, argv);
+    failureReport.reset();
     QApplication::setApplicationName(QStringLiteral("kavendra"));
     QApplication::setDesktopFileName(QStringLiteral(KAVENDRA_APPLICATION_ID));
     QPixmapCache::setCacheLimit(pixmapCacheLimit);
@@ -86,7 +90,10 @@ int showWindow(int argc, char* argv[], ContentView& content, WindowMenus& menus,
     int status = 0;
     {
         MainWindow window(content, menus);
-        instance.onActivate = [&window](const std::string& token) { window.comeForward(token); };
+        instance.onActivate = [&window](const std::string& token) {
+            endStartupNotification(token);
+            window.comeForward(token);
+        };
         executor.runPosted(); // items that are there already are in the first picture
         window.show();
         status = QApplication::exec();

@@ -109,12 +109,13 @@ Result<void> Launcher::startProgram(const std::string& command, std::string_view
     const auto arguments = expandedTokens(params);
     if (!arguments)
         return std::unexpected(arguments.error());
-    return m_processes.start(*executable, *arguments);
+    return m_processes.start(*executable, *arguments, {}, m_desktop.activationEnvironment());
 }
 
 ActionOutcome Launcher::runProgram(const std::string& executable, const std::vector<std::string>& arguments,
                                    std::string message) {
-    Result<RunningProgram> program = m_processes.run(executable, arguments);
+    Result<RunningProgram> program =
+        m_processes.run(executable, arguments, m_desktop.activationEnvironment());
     if (!program)
         return std::unexpected(std::move(program.error()));
     ActionSuccess started(std::move(message));

@@ -26,9 +26,9 @@ enum class Clipboard {
 };
 
 /// What the desktop does for an application; one implementation per system. An error is the system's or the
-/// desktop's reason. The functions that open or start something or ask for an application, and copyText, may
-/// be called on any thread, at the same time, and wait for the desktop's answer and for file systems; all
-/// others are for the window's thread.
+/// desktop's reason. The functions that open or start something or ask for an application,
+/// activationEnvironment and copyText may be called on any thread, at the same time, and wait for the
+/// desktop's answer and for file systems; all others are for the window's thread.
 class Desktop {
 public:
     virtual ~Desktop() = default;
@@ -61,6 +61,10 @@ public:
     /// Opens a terminal in a directory. Returns the outcome of the program that opens it, success if that
     /// program is not waited for. Fails when the program cannot be started.
     virtual Result<ProgramOutcome> openTerminal(const std::string& directory) = 0;
+
+    /// Returns environment variables (NAME=value) that let one program, started now, bring its window to the
+    /// front; none where the desktop needs none. Waits for at most a tenth of a second.
+    virtual std::vector<std::string> activationEnvironment() = 0;
 
     /// Replaces the content of the clipboard by UTF-8 text; invalid bytes become replacement characters.
     virtual void copyText(const std::string& text) = 0;

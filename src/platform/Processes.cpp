@@ -43,6 +43,11 @@ const std::string& failedPath(const std::string& executable, const std::string& 
     return directoryIsUsable ? executable : workingDirectory;
 }
 
+std::vector<std::string> joined(std::vector<std::string> entries, const std::vector<std::string>& more) {
+    entries.insert(entries.end(), more.begin(), more.end());
+    return entries;
+}
+
 } // namespace
 
 Processes::Processes(std::vector<std::string> environment) : m_environment(std::move(environment)) {
@@ -67,13 +72,14 @@ std::string_view Processes::variable(std::string_view name) const {
 }
 
 Result<void> Processes::start(const std::string& executable, const std::vector<std::string>& arguments,
-                              const std::string& workingDirectory) {
+                              const std::string& workingDirectory,
+                              const std::vector<std::string>& variables) {
     if (containsNUL(executable) || containsNUL(workingDirectory) ||
         std::ranges::any_of(arguments, containsNUL))
         return systemFailure(executable, EINVAL);
     const int failure = startAndReap({.executable = executable,
                                       .arguments = arguments,
-                                      .environment = m_environment,
+                                      .environment = joined(m_environment, variables),
                                       .workingDirectory = workingDirectory},
                                      [](int /*status*/) {});
     if (failure != 0)
@@ -82,7 +88,8 @@ Result<void> Processes::start(const std::string& executable, const std::vector<s
 }
 
 Result<RunningProgram> Processes::run(const std::string& executable,
-                                      const std::vector<std::string>& arguments) {
+                                      const std::vector<std::string>& arguments,
+                                      const std::vector<std::string>& variables) {
     if (containsNUL(executable) || std::ranges::any_of(arguments, containsNUL))
         return systemFailure(executable, EINVAL);
     Result<FileDescriptor> file = unnamedTemporaryFile();
@@ -101,7 +108,7 @@ Result<RunningProgram> Processes::run(const std::string& executable,
     const int failure =
         startAndReap({.executable = executable,
                       .arguments = arguments,
-                      .environment = m_environment,
+                      .environment = joined(m_environment, variables),
                       .standardError = std::move(written)},
                      [run](int status) {
                          run->outcome.set_value({.succeeded = WIFEXITED(status) && WEXITSTATUS(status) == 0,

@@ -51,20 +51,21 @@ std::uint8_t copyLowered(const char* text, std::size_t size, char* copy) {
     return all;
 }
 
-/// Returns the size of a row's texts with a separator behind each.
-std::size_t joinedSize(const ItemRow& row) {
-    std::size_t size = row.size();
+std::size_t textSize(const ItemRow& row) {
+    std::size_t size = 0;
     for (const TextSpan span : row)
         size += span.length;
     return size;
 }
 
-std::size_t joinedSize(std::span<const ItemRow> rows) {
+std::size_t textSize(std::span<const ItemRow> rows) {
     std::size_t size = 0;
     for (const ItemRow& row : rows)
-        size += joinedSize(row);
+        size += textSize(row);
     return size;
 }
+
+constexpr std::size_t separators = requiredColumns.size(); ///< of a row: one behind each text
 
 /// Remembers where the texts of a block are folded in the search text, so that a long string that many rows
 /// of a part share is folded once. A text is found by its offset: spans are equal or do not overlap, so at
@@ -74,7 +75,7 @@ class FoldedTexts {
 public:
     explicit FoldedTexts(const SearchTextSource& source) {
         const std::size_t blockSize = source.block->text.size();
-        if (joinedSize(source.rows) > blockSize) // else hardly any text is shared
+        if (textSize(source.rows) > blockSize) // else hardly any text is shared
             m_slots.resize(blockSize / slotSize + 1);
     }
 
@@ -101,7 +102,7 @@ class SearchTextWriter {
 public:
     explicit SearchTextWriter(const SearchTextSource& source) : m_source(source), m_foldedTexts(source) {
         m_result.firstItem = source.firstItem;
-        m_result.text = ByteBuffer(joinedSize(source.rows));
+        m_result.text = ByteBuffer(textSize(source.rows) + source.rows.size() * separators);
         m_result.starts.reserve(source.rows.size() + 1);
         m_result.characters.reserve(source.rows.size());
     }
@@ -135,7 +136,7 @@ private:
 
     /// Appends the row and returns true when it is ASCII; else appends nothing.
     bool appendASCII(const ItemRow& row) {
-        reserve(joinedSize(row));
+        reserve(textSize(row) + separators);
         char* const begin = m_result.text.data() + m_used;
         char* out = begin;
         std::uint8_t all = 0;

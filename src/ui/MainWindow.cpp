@@ -27,13 +27,6 @@ constexpr QSize directoryDialogSize(760, 480);
 constexpr int padding = 16;
 constexpr int spacing = 12;
 
-/// Returns the system font, `steps` points smaller.
-QFont smallerFont(int steps) {
-    QFont font;
-    font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
-    return font;
-}
-
 } // namespace
 
 MainWindow::MainWindow(ContentView& content, WindowMenus& menus)

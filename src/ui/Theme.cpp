@@ -118,6 +118,12 @@ QColor secondaryTextColor(const QPalette& palette) {
                    hasHighContrast(palette) ? 0.15F : 0.35F);
 }
 
+QFont smallerFont(int steps) {
+    QFont font;
+    font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));
+    return font;
+}
+
 QIcon applicationIcon() {
     return QIcon(new SvgIconEngine(iconSource("kavendra")));
 }

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QFont>
 #include <QIcon>
 #include <QPalette>
 
-/// Colours and icons for which a palette has no role, derived from it so that they follow the appearance.
+/// Colours, fonts and icons derived from the palette and the system font, so that they follow their changes.
 namespace kavendra {
 
 /// Whether the palette has light text on a dark background.
@@ -30,6 +31,9 @@ QColor selectedRowColor(const QPalette& palette, QPalette::ColorGroup group, boo
 /// Returns the palette of a menu. A dark one has a lighter background and outline than the window, so that
 /// the menu stands out from it, and no edge around disabled text.
 QPalette menuPalette(const QPalette& palette);
+
+/// Returns the system font, `steps` points smaller.
+QFont smallerFont(int steps);
 
 /// Returns the program's own icon.
 QIcon applicationIcon();

@@ -97,6 +97,12 @@ TEST_F(LauncherTest, reportsFailuresOfTheDesktop) {
     EXPECT_EQ(opened.error().description, "Application not found: /missing.app");
 }
 
+TEST_F(LauncherTest, letsAProgramBringItsWindowToTheFront) {
+    desktop.activation = {"TOKEN=1"};
+    EXPECT_EQ(launch("tool", "a"), "command + params; start TOKEN=1 " + tool + "|a");
+    EXPECT_EQ(runAndWait(), "success; run TOKEN=1 /bin/x");
+}
+
 TEST_F(LauncherTest, reportsTheStandardErrorOfAFailedProgram) {
     EXPECT_EQ(runAndWait({"~/a b", ""}), "success; run /bin/x|~/a b|");
     struct Case {

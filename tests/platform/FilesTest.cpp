@@ -108,7 +108,7 @@ TEST_F(Files, privateDirectoryIsOnlyForThisUser) {
     };
     const std::string path = directory.path("area");
     const mode_t previous = umask(0);
-    for (const mode_t before : {0700, 0777, 0500}) {
+    for (const mode_t before : {0700U, 0777U, 0500U}) {
         EXPECT_EQ(privateDirectory(path), path);
         EXPECT_TRUE(isPrivate(path));
         EXPECT_TRUE(setPermissions(path, before));

@@ -103,7 +103,7 @@ private:
 TEST(SearchIndex, matchesThePlainSearchForRandomItemsAndQueries) {
     TextGenerator generator;
     std::size_t found = 0, possible = 0;
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 200; ++round) {
         const std::vector<Fields> items = generator.items();
         const ItemList list = listOf(items);
         const SearchIndex index = *makeSearchIndex(list, 1 + static_cast<std::size_t>(round) % 10);
@@ -178,7 +178,7 @@ TEST(SearchIndex, failsForTheFirstFileThatExceedsTheMemory) {
                      .rows = std::vector<ItemRow>(static_cast<std::size_t>(rows), ItemRow{span}),
                      .source = source,
                      .fileSize = 1});
-    for (const std::size_t partSize : {500, 1'000, 100'000}) {
+    for (const std::size_t partSize : {700, 100'000}) {
         const auto index = makeSearchIndex(list, partSize);
         ASSERT_FALSE(index);
         EXPECT_EQ(index.error().description,

@@ -34,6 +34,7 @@ public:
         record("openTerminal " + directory);
         return terminalResult;
     }
+    std::vector<std::string> activationEnvironment() override { return activation; }
     void copyText(const std::string& text) override { record("copyText " + text); }
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override {
         received(clipboard == Clipboard::copied ? "copied text" : "selected text");
@@ -46,6 +47,7 @@ public:
     bool accepts = true;
     Result<ProgramOutcome> terminalResult = ProgramOutcome{.succeeded = true, .standardError = {}};
     std::set<std::string> applications;
+    std::vector<std::string> activation;
     std::vector<std::string> calls;
     std::vector<Appearance> appearances;
     StartupRegistrationStatus startupStatus = StartupRegistrationStatus::notRegistered;

@@ -72,7 +72,8 @@ bool opensAll(GDesktopAppInfo* application, const std::vector<std::string>& uris
            (g_app_info_supports_files(G_APP_INFO(application)) && std::ranges::all_of(uris, isFile));
 }
 
-bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris) {
+bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris,
+                const std::string& token) {
     const std::string name = busNameOf(application);
     const GObjectHandle<GDBusConnection> bus = name.empty() ? nullptr : sessionBus();
     if (!bus)
@@ -89,7 +90,11 @@ bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& ur
             g_variant_builder_add(&parameters, "s", uri.c_str());
         g_variant_builder_close(&parameters);
     }
-    g_variant_builder_add_value(&parameters, g_variant_new("a{sv}", nullptr));
+    g_variant_builder_open(&parameters, G_VARIANT_TYPE_VARDICT);
+    if (!token.empty())
+        for (const char* key : {"activation-token", "desktop-startup-id"})
+            g_variant_builder_add(&parameters, "{sv}", key, g_variant_new_string(token.c_str()));
+    g_variant_builder_close(&parameters);
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus.get(), name.c_str(), objectPath.c_str(), "org.freedesktop.Application",

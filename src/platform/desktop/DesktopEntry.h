@@ -24,7 +24,8 @@ bool opensAll(GDesktopAppInfo* application, const std::vector<std::string>& uris
 /// Starts the application through its service on the session bus (Desktop Entry Specification, "D-Bus
 /// Activation"). Returns false when the entry has no such service, or the bus does not start it. No answer
 /// within two seconds counts as success: the application may still be starting.
-bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris);
+/// `token` lets it bring its window to the front; it may be empty.
+bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris, const std::string& token);
 
 /// Returns the entry whose program is to be spawned: the application's own, or one that runs it in a
 /// terminal. Never has a service. Fails when no terminal is installed. `pathVariable` is a value of $PATH.

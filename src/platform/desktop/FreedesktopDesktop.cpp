@@ -9,10 +9,12 @@
 #include "platform/desktop/QtDesktop.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/Terminal.h"
+#include "platform/desktop/WindowThread.h"
 #include "platform/desktop/X11Selection.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <future>
+#include <iterator>
 #include <memory>
 #include <optional>
 
@@ -52,16 +54,6 @@ std::optional<std::vector<std::string>> documentURIs(const std::vector<std::stri
     return uris;
 }
 
-/// Runs `function` on the window's thread and waits for its result. Must not be called on that thread.
-template <typename Function>
-auto onWindowThread(Executor& executor, Function function) {
-    using Value = decltype(function());
-    const auto promise = std::make_shared<std::promise<Value>>();
-    std::future<Value> result = promise->get_future();
-    executor.post([promise, function = std::move(function)] { promise->set_value(function()); });
-    return result.get();
-}
-
 /// Returns the default application for an address, null when there is none.
 GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
     const GText scheme(g_uri_parse_scheme(uri.c_str()));
@@ -76,18 +68,17 @@ GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
 }
 
 /// Calls ShowFolders of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"); `uri`
-/// is a file URL. Returns false when the session has no such service or it refused. No answer in time counts
-/// as success: the file manager may still be starting.
-bool showInFileManager(const std::string& uri) {
+/// is a file URL, `token` may be empty. Returns false when the session has no such service or it refused. No
+/// answer in time counts as success: the file manager may still be starting.
+bool showInFileManager(const std::string& uri, const std::string& token) {
     const GObjectHandle<GDBusConnection> bus = sessionBus();
     if (!bus)
         return false;
     const char* const uris[] = {uri.c_str(), nullptr};
-    constexpr const char* startupID = "";
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
         bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
-        "org.freedesktop.FileManager1", "ShowFolders", g_variant_new("(^ass)", uris, startupID), nullptr,
+        "org.freedesktop.FileManager1", "ShowFolders", g_variant_new("(^ass)", uris, token.c_str()), nullptr,
         G_DBUS_CALL_FLAGS_NONE, fileManagerTimeoutMilliseconds, nullptr, &error));
     const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
     g_clear_error(&error);
@@ -97,20 +88,22 @@ bool showInFileManager(const std::string& uri) {
 } // namespace
 
 FreedesktopDesktop::FreedesktopDesktop(Processes& processes, Executor& executor)
-    : m_processes(processes), m_executor(executor),
+    : m_processes(processes), m_executor(executor), m_tokens(executor),
       m_portal(std::make_unique<AppearancePortal>([this] { updatePalette(); })) {}
 
 FreedesktopDesktop::~FreedesktopDesktop() = default;
 
 /// Starts an application with files and addresses, given as URIs.
 Result<void> FreedesktopDesktop::start(GDesktopAppInfo* application, const std::vector<std::string>& uris) {
-    if (startOnBus(application, uris))
+    const std::string token = m_tokens.next();
+    if (startOnBus(application, uris, token))
         return {};
     const Result<DesktopEntry> entry = spawnableEntry(application, m_processes.variable("PATH"));
     if (!entry)
         return std::unexpected(entry.error());
-    return onWindowThread(m_executor,
-                          [&] { return spawn(entry->get(), uris, m_processes.programEnvironment()); });
+    std::vector<std::string> environment = m_processes.programEnvironment();
+    std::ranges::move(environmentWithToken(token), std::back_inserter(environment));
+    return onWindowThread(m_executor, [&] { return spawn(entry->get(), uris, environment); });
 }
 
 /// Opens an address with its default application.
@@ -175,7 +168,7 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
     if (!isDirectory(path))
         return systemFailure(path, ENOTDIR);
     const std::string uri = fileURL(path);
-    if (showInFileManager(uri))
+    if (showInFileManager(uri, m_tokens.next()))
         return {};
     return openURI(uri);
 }
@@ -184,9 +177,14 @@ Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& direc
     const std::optional<Terminal> terminal = installedTerminal(m_processes.variable("PATH"));
     if (!terminal)
         return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
-    if (auto started = m_processes.start(terminal->executable, {}, directory); !started)
+    if (auto started = m_processes.start(terminal->executable, {}, directory, activationEnvironment());
+        !started)
         return std::unexpected(std::move(started.error()));
     return ProgramOutcome{.succeeded = true, .standardError = {}};
+}
+
+std::vector<std::string> FreedesktopDesktop::activationEnvironment() {
+    return environmentWithToken(m_tokens.next());
 }
 
 void FreedesktopDesktop::copyText(const std::string& text) {

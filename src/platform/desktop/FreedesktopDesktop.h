@@ -3,6 +3,7 @@
 #include "base/Executor.h"
 #include "platform/Desktop.h"
 #include "platform/Processes.h"
+#include "platform/desktop/ActivationTokens.h"
 
 #include <memory>
 
@@ -36,6 +37,7 @@ public:
     Result<void> showDirectory(const std::string& path) override;
     /// Starts the installed terminal (see Terminal.h) and does not wait for it.
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
+    std::vector<std::string> activationEnvironment() override;
     void copyText(const std::string& text) override;
     /// Does not use Qt for the clipboard of another X11 program.
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
@@ -54,6 +56,7 @@ private:
 
     Processes& m_processes;
     Executor& m_executor;
+    ActivationTokens m_tokens;
     Appearance m_appearance = Appearance::system;
     bool m_prefersReducedMotion = false;
     std::unique_ptr<AppearancePortal> m_portal;

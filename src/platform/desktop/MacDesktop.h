@@ -28,6 +28,7 @@ public:
                                   const std::vector<std::string>& documents) override;
     Result<void> showDirectory(const std::string& path) override;
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
+    std::vector<std::string> activationEnvironment() override { return {}; }
     void copyText(const std::string& text) override;
     void readText(Clipboard clipboard, std::function<void(const std::string&)> received) override;
     void setAppearance(Appearance appearance) override;

@@ -39,4 +39,9 @@ public:
 /// AppearancePortal.
 std::unique_ptr<RunningInstance> becomeRunningInstance();
 
+/// Ends the start-up notification of a second start with this token, which has shown the window of the
+/// running instance instead, and lets the window come forward at the time of that start. Only X11 needs this.
+/// Call it on the window's thread, before the window comes forward.
+void endStartupNotification(const std::string& token);
+
 } // namespace kavendra

@@ -12,4 +12,6 @@ std::unique_ptr<RunningInstance> becomeRunningInstance() {
     return std::make_unique<RunningInstance>(); // the system itself starts an application only once
 }
 
+void endStartupNotification(const std::string&) {}
+
 } // namespace kavendra

@@ -1,0 +1,16 @@
+# The releases in CHANGELOG.md, newest first: KAVENDRA_RELEASES (VERSION|YYYY-MM-DD each) and KAVENDRA_RELEASE_DATE, the
+# date of the newest one, whose version must be that of the project.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/CHANGELOG.md)
+file(STRINGS ${PROJECT_SOURCE_DIR}/CHANGELOG.md headings REGEX "^## \\[[0-9]")
+set(KAVENDRA_RELEASES)
+foreach(heading IN LISTS headings)
+  if(NOT heading MATCHES "^## \\[([0-9.]+)\\] - ([0-9-]+)$")
+    message(FATAL_ERROR "CHANGELOG.md: not a release: ${heading}")
+  endif()
+  list(APPEND KAVENDRA_RELEASES "${CMAKE_MATCH_1}|${CMAKE_MATCH_2}")
+endforeach()
+list(GET KAVENDRA_RELEASES 0 newest)
+if(NOT newest MATCHES "^${PROJECT_VERSION}\\|(.*)$")
+  message(FATAL_ERROR "CHANGELOG.md: the newest release is ${newest}, the version of the project ${PROJECT_VERSION}")
+endif()
+set(KAVENDRA_RELEASE_DATE ${CMAKE_MATCH_1})
