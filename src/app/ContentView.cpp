@@ -71,7 +71,10 @@ Result<void> ContentView::loadConfiguration() {
 void ContentView::startLoad(ActionNumber number) {
     const ItemsLoadRequest request{.dataDirectory = m_state.appSettings.dataDirectoryPath,
                                    .includeBuiltinItems = m_state.appSettings.showBuiltinItems,
-                                   .builtinFile = m_builtinFile};
+                                   .builtinFile = m_builtinFile,
+                                   .builtinCommand = [&desktop = m_desktop](const std::string& command) {
+                                       return desktop.builtinCommand(command);
+                                   }};
     m_loads.start([request] { return loadItems(request); },
                   [this, number, directory = request.dataDirectory](ItemsLoad load) {
                       finishLoad(number, std::move(load), directory);

@@ -49,6 +49,7 @@ private:
 struct SourceFile {
     DataFile file;
     std::string sourceName;
+    BuiltinCommand builtinCommand = {}; ///< empty for files of the data directory
 };
 
 /// Returns the files of a load in the order of their items.
@@ -60,16 +61,21 @@ Result<std::vector<SourceFile>> sourceFiles(const ItemsLoadRequest& request) {
         return std::unexpected(dataFiles.error());
     std::vector<SourceFile> files;
     if (request.includeBuiltinItems && exists(request.builtinFile))
-        files.push_back({dataFileAt(request.builtinFile), std::string(builtinSource)});
+        files.push_back(
+            {dataFileAt(request.builtinFile), std::string(builtinSource), request.builtinCommand});
     for (const DataFile& file : *dataFiles)
-        files.push_back({file, file.name});
+        files.push_back({.file = file, .sourceName = file.name});
     return files;
 }
 
 DataFileReading readDataFile(const SourceFile& source) {
     try {
-        return source.file.kind == DataFileKind::workbook ? readWorkbookItems(source.file, source.sourceName)
-                                                          : readCSVFile(source.file, source.sourceName);
+        DataFileReading reading = source.file.kind == DataFileKind::workbook
+                                      ? readWorkbookItems(source.file, source.sourceName)
+                                      : readCSVFile(source.file, source.sourceName);
+        if (reading.items && source.builtinCommand)
+            keepAvailableItems(*reading.items, source.builtinCommand);
+        return reading;
     } catch (const std::bad_alloc&) {
         return {.logLines = {}, .items = notEnoughMemory(source.file.name)};
     }

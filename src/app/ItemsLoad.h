@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/BuiltinItems.h"
 #include "base/Result.h"
 #include "data/ItemList.h"
 #include "search/SearchIndex.h"
@@ -18,7 +19,8 @@ struct LoadedItems {
 struct ItemsLoadRequest {
     std::string dataDirectory; ///< created if it is missing
     bool includeBuiltinItems = false;
-    std::string builtinFile; ///< its items come first; there are none if it does not exist
+    std::string builtinFile;            ///< its items come first; there are none if it does not exist
+    BuiltinCommand builtinCommand = {}; ///< see keepAvailableItems; without it all built-in items are shown
 };
 
 /// Result of a load.

@@ -4,6 +4,7 @@
 #include "platform/Processes.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,8 +28,8 @@ enum class Clipboard {
 
 /// What the desktop does for an application; one implementation per system. An error is the system's or the
 /// desktop's reason. The functions that open or start something or ask for an application,
-/// activationEnvironment and copyText may be called on any thread, at the same time, and wait for the
-/// desktop's answer and for file systems; all others are for the window's thread.
+/// builtinCommand, activationEnvironment and copyText may be called on any thread, at the same time, and wait
+/// for the desktop's answer and for file systems; all others are for the window's thread.
 class Desktop {
 public:
     virtual ~Desktop() = default;
@@ -54,6 +55,10 @@ public:
     /// Starts an application, one for which canStartApplication is true, with documents.
     virtual Result<void> startApplication(const std::string& path,
                                           const std::vector<std::string>& documents) = 0;
+
+    /// Returns the command of a built-in item on this machine: the desktop may replace words of the command
+    /// by what the user or the system has chosen. Nothing when it could not be launched here.
+    virtual std::optional<std::string> builtinCommand(const std::string& command) = 0;
 
     /// Shows a directory in the file manager.
     virtual Result<void> showDirectory(const std::string& path) = 0;

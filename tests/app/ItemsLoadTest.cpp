@@ -85,6 +85,25 @@ TEST(ItemsLoad, readsBuiltinItemsFirstThenFilesInOrder) {
     EXPECT_EQ(failed.logLines, (Lines{logLines[0], logLines[1], "CSV headers (B.csv): Title | Command"}));
 }
 
+TEST(ItemsLoad, showsTheFirstAvailableBuiltinItemOfEachTitle) {
+    const TemporaryDirectory resources;
+    const std::string builtin = resources.write(
+        "Built-in.csv", header + "a,none,,\na,${word},x,y\na,other,,\nb,none,,\n\"c \"\"1\"\"\",same,,\n");
+    const ItemsLoad load = loadItems({.dataDirectory = resources.path("data"),
+                                      .includeBuiltinItems = true,
+                                      .builtinFile = builtin,
+                                      .builtinCommand = [](const std::string& command) {
+                                          return command == "none"      ? std::nullopt
+                                                 : command == "${word}" ? std::optional<std::string>("日本")
+                                                                        : std::optional(command);
+                                      }});
+    ASSERT_EQ(titles(load), (Lines{"a of (Built-in)", "c \"1\" of (Built-in)"}));
+    const LaunchItem item = load.items->list[0];
+    EXPECT_EQ(item.command + "|" + item.params + "|" + item.keywords, "日本|x|y");
+    EXPECT_EQ(load.items->list[1].command, "same");
+    EXPECT_EQ(load.items->index.matches("日本").size(), 1U);
+}
+
 TEST(ItemsLoad, joinsFilesThatAreReadAtTheSameTimeInTheirOrder) {
     const TemporaryDirectory directory;
     const auto name = [](int number) { return std::to_string(1000 + number) + ".csv"; };

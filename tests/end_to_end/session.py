@@ -101,7 +101,8 @@ class Session:
         self.system = MacOS(self.directory) if is_in_bundle else Freedesktop(self.directory)
         self.data = self.system.data
         self.log, self.record = self.data / "kavendra.log", self.directory / "record"
-        self.home.mkdir()
+        for name in ("Documents", "Downloads"):  # which built-in items show
+            (self.home / name).mkdir(parents=True)
         self.record.touch()
         os.environ.update(HOME=str(self.home), ASAN_OPTIONS="detect_leaks=0",
                           PATH=f"{self.programs}:{self.directory}/usr/bin:{os.environ['PATH']}")

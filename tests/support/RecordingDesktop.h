@@ -29,6 +29,7 @@ public:
             call += "|" + document;
         return record(call);
     }
+    std::optional<std::string> builtinCommand(const std::string& command) override { return command; }
     Result<void> showDirectory(const std::string& path) override { return record("showDirectory " + path); }
     Result<ProgramOutcome> openTerminal(const std::string& directory) override {
         record("openTerminal " + directory);

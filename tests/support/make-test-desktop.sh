@@ -36,6 +36,9 @@ done
 printf '%s\n' "$line" >> "$record"
 END
 chmod +x "$directory/bin/record"
+# Programs of the built-in items, so that the same items are shown on every machine.
+ln -sfn record "$directory/bin/loginctl"
+ln -sfn record "$directory/bin/x-terminal-emulator"
 
 # application NAME ARGUMENTS
 application() {

@@ -5,6 +5,7 @@
 #include "platform/Paths.h"
 #include "platform/desktop/AppearancePortal.h"
 #include "platform/desktop/AutostartEntry.h"
+#include "platform/desktop/BuiltinCommand.h"
 #include "platform/desktop/DesktopEntry.h"
 #include "platform/desktop/QtDesktop.h"
 #include "platform/desktop/SessionBus.h"
@@ -162,6 +163,10 @@ Result<void> FreedesktopDesktop::startApplication(const std::string& path,
     if (!application || !uris)
         return systemFailure(path, ENOENT);
     return start(application.get(), *uris);
+}
+
+std::optional<std::string> FreedesktopDesktop::builtinCommand(const std::string& command) {
+    return builtinCommandHere(command, m_processes.variable("PATH"));
 }
 
 Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {

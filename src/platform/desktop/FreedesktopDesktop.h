@@ -32,6 +32,8 @@ public:
     bool canStartApplication(const std::string& path, const std::vector<std::string>& documents) override;
     Result<void> startApplication(const std::string& path,
                                   const std::vector<std::string>& documents) override;
+    /// See BuiltinCommand.h.
+    std::optional<std::string> builtinCommand(const std::string& command) override;
     /// Calls the file manager of the session (org.freedesktop.FileManager1), else opens the directory with
     /// its default handler. A file manager that does not answer within two seconds counts as success.
     Result<void> showDirectory(const std::string& path) override;

@@ -26,6 +26,7 @@ public:
     /// Always fails, see canStartApplication.
     Result<void> startApplication(const std::string& path,
                                   const std::vector<std::string>& documents) override;
+    std::optional<std::string> builtinCommand(const std::string& command) override { return command; }
     Result<void> showDirectory(const std::string& path) override;
     Result<ProgramOutcome> openTerminal(const std::string& directory) override;
     std::vector<std::string> activationEnvironment() override { return {}; }

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <fstream>
 #include <memory>
 
 namespace kavendra {
@@ -215,6 +216,46 @@ TEST_F(FreedesktopDesktopTest, startsATerminalApplicationInTheChosenTerminal) {
             return directory.read("record") == words + "<sh><a b><50%><" + entry + ">";
         })) << directory.read("record");
     }
+}
+
+TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
+    const std::string home = directory.path("home"), programs = directory.path("programs");
+    for (const std::string& path : {home + "/書類", home + "/Downloads", programs})
+        std::filesystem::create_directories(path);
+    setenv("HOME", home.c_str(), 1);
+    for (const std::string name : {"loginctl-test", "x-terminal-emulator", "xdg-terminal-exec"})
+        std::filesystem::permissions(directory.write("programs/" + name, "#!/bin/sh\n"),
+                                     std::filesystem::perms::owner_all);
+    std::ofstream(surroundings.path("config/user-dirs.dirs")) << "XDG_DOCUMENTS_DIR=\"$HOME/書類\"\n";
+    const auto entry = [&](const std::string& name, const std::string& keys) {
+        return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\nExec=true\n" + keys);
+    };
+    const std::string everywhere = entry("a.desktop", ""),
+                      elsewhere = entry("b.desktop", "OnlyShowIn=KDE;\n");
+    Processes withPrograms{{"PATH=" + programs}};
+    FreedesktopDesktop here(withPrograms, executor);
+    for (const auto& [command, expected] : std::vector<std::pair<std::string, std::string>>{
+             {"~", "~"},
+             {"${documents}", "~/書類"},
+             {"${downloads}", "~/Downloads"}, // by its usual name
+             {"${downloads}/missing", ""},
+             {"${configuration}", surroundings.path("config")},
+             {"${browser}", "test-browser.desktop"},
+             {"${files}", "test-files.desktop"},
+             {"${terminal}", "xdg-terminal-exec"},
+             {"${unknown}", ""},
+             {"test-editor.desktop", "test-editor.desktop"},
+             {"not-installed.desktop", ""},
+             {everywhere, everywhere},
+             {elsewhere, ""},
+             {"loginctl-test", "loginctl-test"},
+             {"no-such-program", ""},
+             {"/no/such/path", ""},
+             {"", ""},
+         })
+        EXPECT_EQ(here.builtinCommand(command).value_or(""), expected) << command;
+    std::ofstream(surroundings.path("config/user-dirs.dirs")) << "XDG_DOWNLOAD_DIR=\"$HOME/\"\n";
+    EXPECT_FALSE(here.builtinCommand("${downloads}")) << "switched off";
 }
 
 TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerElseWithItsDefaultApplication) {
