@@ -252,6 +252,8 @@ void SearchField::applyColors() {
     m_clearAction->setIcon(tintedIcon("clear", secondaryTextColor(system)));
     QPalette own = palette();
     own.setColor(QPalette::Base, searchFieldColor(system));
+    // In the dark palette of some desktops, Qt's is black.
+    own.setColor(QPalette::PlaceholderText, secondaryTextColor(system));
     if (own != palette())
         setPalette(own);
 }
