@@ -21,6 +21,7 @@ ROW_COUNTS = [1_000, 100_000, 1_000_000]
 SENTENCE = "browser notes of the team"
 ACCENT = bytes.fromhex("d6631f")  # of the selected row: blue, green, red
 SECONDS_TO_WAIT = 30
+FOCUS_INTERVAL = 0.002  # between two questions for the focus, in seconds
 QUIET_SECONDS = 0.2  # painting has ended if nothing is painted for so long; the caret blinks every half second
 # Areas of the window: the text of the search field, and a column of the table, below the progress line.
 FIELD = (42, 18, 150, 16)
@@ -36,7 +37,7 @@ class Screen:
         self.display.damage_query_version()  # required before any other request
         self.root.damage_create(damage.DamageReportRawRectangles)
         self.painted = self.display.extension_event.DamageNotify
-        self.active, self.owner = map(self.display.intern_atom, ("_NET_ACTIVE_WINDOW", "_NET_WM_PID"))
+        self.owner = self.display.intern_atom("_NET_WM_PID")
 
     def next_paint(self, seconds=SECONDS_TO_WAIT):
         """Returns the time of the next painting; none if nothing is painted for so long."""
@@ -49,10 +50,13 @@ class Screen:
             if left <= 0 or not select.select([self.display], [], [], left)[0]:
                 return None
 
-    def wait_until(self, condition):
-        """Returns the time at which a condition holds; it is asked after each painting."""
+    def wait_until(self, condition, interval=SECONDS_TO_WAIT):
+        """Returns the time at which a condition holds; it is asked after each painting, and after an interval
+        without any."""
+        deadline = time.monotonic() + SECONDS_TO_WAIT
         while not condition():
-            if not self.next_paint():
+            self.next_paint(interval)
+            if time.monotonic() > deadline:
                 sys.exit("the window was not painted as expected")
         return time.monotonic()
 
@@ -63,12 +67,11 @@ class Screen:
             last, moment = moment, self.next_paint(QUIET_SECONDS)
         return last
 
-    def active_window(self, pid):
+    def focus_window(self, pid):
         """Returns the window of the process if it has the keyboard."""
-        active = self.root.get_full_property(self.active, X.AnyPropertyType)
-        if not active or not active.value[0]:
+        window = self.display.get_input_focus().focus
+        if isinstance(window, int):  # none, or the pointer's
             return None
-        window = self.display.create_resource_object("window", active.value[0])
         try:
             owner = window.get_full_property(self.owner, X.AnyPropertyType)
         except error.BadWindow:  # has just been closed
@@ -103,7 +106,7 @@ class Program:
         self.screen.end_of_paint()
 
     def has_keyboard(self):
-        self.window = self.window or self.screen.active_window(self.process.pid)
+        self.window = self.window or self.screen.focus_window(self.process.pid)
         return self.window is not None
 
     def pixels(self, area):
@@ -112,12 +115,13 @@ class Program:
 
     def rows_painted(self):
         """Returns the seconds from the start until the selected row is painted."""
-        return self.screen.wait_until(lambda: self.has_keyboard() and ACCENT in self.pixels(TABLE)) - self.started
+        self.screen.wait_until(self.has_keyboard, FOCUS_INTERVAL)
+        return self.screen.wait_until(lambda: ACCENT in self.pixels(TABLE)) - self.started
 
     def key_shown(self):
         """Returns the seconds from the start until a key is shown that was pressed as soon as the window had the
         keyboard."""
-        self.screen.wait_until(self.has_keyboard)
+        self.screen.wait_until(self.has_keyboard, FOCUS_INTERVAL)
         self.screen.press("e")
 
         def is_shown():
