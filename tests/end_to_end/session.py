@@ -136,9 +136,15 @@ class Session:
         self.eventually("the window is shown", self.windows)
         self.window = self.windows()[0]
         xdotool("windowactivate", "--sync", self.window)
-        # By its state: the event may have come before the program was on the accessibility bus.
-        self.eventually("the search field has the focus",
-                        lambda: named("Search").get_state_set().contains(Atspi.StateType.FOCUSED))
+        shown_at = time.monotonic()
+
+        def has_focus():
+            if self.focus() == "text: Search":
+                return True
+            # The event may have come before the program was on the accessibility bus.
+            return time.monotonic() - shown_at > 2 and named("Search").get_state_set().contains(Atspi.StateType.FOCUSED)
+
+        self.eventually("the search field has the focus", has_focus)
 
     def quit(self):
         xdotool("windowactivate", "--sync", self.window)
