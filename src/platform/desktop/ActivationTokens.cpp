@@ -59,11 +59,17 @@ std::string startupIDOfLastInput() {
                 : std::string();
 }
 
+/// Deletes nothing: when this desktop is destroyed, Qt has closed the connection, and that has released the
+/// client's objects.
+struct EndsWithConnection {
+    void operator()(XDGActivation* /*unused*/) const {}
+};
+
 } // namespace
 
 struct ActivationTokens::Wayland {
     std::timed_mutex mutex; // one request at a time
-    std::unique_ptr<XDGActivation> activation;
+    std::unique_ptr<XDGActivation, EndsWithConnection> activation;
 };
 
 ActivationTokens::ActivationTokens(Executor& executor)
@@ -88,9 +94,9 @@ std::string ActivationTokens::next() {
     const std::unique_lock lock(m_wayland->mutex, deadline);
     if (!lock)
         return {};
-    std::unique_ptr<XDGActivation>& activation = m_wayland->activation;
+    auto& activation = m_wayland->activation;
     if (!activation)
-        activation = std::make_unique<XDGActivation>(start.display);
+        activation.reset(new XDGActivation(start.display));
     if (!activation->isSupported(deadline))
         return {};
     onWindowThread(m_executor, [&] {

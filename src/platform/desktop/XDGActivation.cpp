@@ -18,15 +18,25 @@ XDGActivation::XDGActivation(wl_display* display)
     wl_proxy_set_queue(reinterpret_cast<wl_proxy*>(wrapper), m_queue);
     static constexpr wl_registry_listener globals{.global = addGlobal,
                                                   .global_remove = [](void*, wl_registry*, std::uint32_t) {}};
-    wl_registry_add_listener(wl_display_get_registry(wrapper), &globals, this);
+    m_registry = wl_display_get_registry(wrapper);
+    wl_registry_add_listener(m_registry, &globals, this);
     // The answer to this comes after the globals.
-    static constexpr wl_callback_listener answered{
-        .done = [](void* self, wl_callback* callback, std::uint32_t) {
-            wl_callback_destroy(callback);
-            static_cast<XDGActivation*>(self)->m_hasGlobals = true;
-        }};
-    wl_callback_add_listener(wl_display_sync(wrapper), &answered, this);
+    static constexpr wl_callback_listener answered{.done = [](void* self, wl_callback*, std::uint32_t) {
+        static_cast<XDGActivation*>(self)->m_hasGlobals = true;
+    }};
+    m_endOfGlobals = wl_display_sync(wrapper);
+    wl_callback_add_listener(m_endOfGlobals, &answered, this);
     wl_proxy_wrapper_destroy(wrapper);
+}
+
+XDGActivation::~XDGActivation() {
+    if (m_request)
+        xdg_activation_token_v1_destroy(m_request);
+    if (m_activation)
+        xdg_activation_v1_destroy(m_activation);
+    wl_callback_destroy(m_endOfGlobals);
+    wl_registry_destroy(m_registry);
+    wl_event_queue_destroy(m_queue);
 }
 
 void XDGActivation::addGlobal(void* self, wl_registry* registry, std::uint32_t name, const char* interface,

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+struct wl_callback;
 struct wl_display;
 struct wl_event_queue;
 struct wl_registry;
@@ -15,8 +16,7 @@ struct xdg_activation_v1;
 namespace kavendra {
 
 /// A client of the Wayland protocol xdg-activation-v1 on a connection that belongs to someone else. It has an
-/// event queue of its own, so that it may wait on another thread than that of the connection's owner. Never
-/// releases anything: the connection ends before or with the process.
+/// event queue of its own, so that it may wait on another thread than that of the connection's owner.
 class XDGActivation {
 public:
     using Clock = std::chrono::steady_clock;
@@ -28,7 +28,11 @@ public:
         wl_surface* surface = nullptr; ///< of the window that has the focus
     };
 
+    /// The connection must outlive this.
     explicit XDGActivation(wl_display* display);
+    ~XDGActivation();
+    XDGActivation(const XDGActivation&) = delete;
+    XDGActivation& operator=(const XDGActivation&) = delete;
 
     /// Waits until the compositor has told its protocols. Returns whether it has this one.
     bool isSupported(Clock::time_point deadline);
@@ -49,6 +53,8 @@ private:
 
     wl_display* m_display;
     wl_event_queue* m_queue;
+    wl_registry* m_registry = nullptr;
+    wl_callback* m_endOfGlobals = nullptr;
     xdg_activation_v1* m_activation = nullptr;
     xdg_activation_token_v1* m_request = nullptr;
     bool m_hasGlobals = false;
