@@ -32,9 +32,10 @@ make_clean_root() {
   quietly "Reading the package lists" in_root "$1" apt-get update
 }
 
-# in_root DIRECTORY COMMAND...: runs a command there. Its mounts and processes end with it.
+# in_root DIRECTORY COMMAND...: runs a command there, without a network if OFFLINE is set. Its mounts and processes end
+# with it.
 in_root() {
-  unshare --mount --pid --fork --kill-child bash -c '
+  unshare ${OFFLINE:+--net} --mount --pid --fork --kill-child bash -c '
     root=$1
     shift
     mount -t proc proc "$root/proc"
