@@ -9,7 +9,7 @@
 namespace kavendra {
 
 TEST(Parallel, callsTheWorkOnceForEachIndex) {
-    for (const std::size_t count : {0, 1, 2, 3, 1000}) {
+    for (const std::size_t count : {0U, 1U, 2U, 3U, 1000U}) {
         std::vector<std::atomic<int>> calls(count);
         forEachInParallel(count, [&](std::size_t index) { ++calls[index]; });
         for (const auto& each : calls)

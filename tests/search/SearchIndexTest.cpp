@@ -178,7 +178,7 @@ TEST(SearchIndex, failsForTheFirstFileThatExceedsTheMemory) {
                      .rows = std::vector<ItemRow>(static_cast<std::size_t>(rows), ItemRow{span}),
                      .source = source,
                      .fileSize = 1});
-    for (const std::size_t partSize : {700, 100'000}) {
+    for (const std::size_t partSize : {700U, 100'000U}) {
         const auto index = makeSearchIndex(list, partSize);
         ASSERT_FALSE(index);
         EXPECT_EQ(index.error().description,
