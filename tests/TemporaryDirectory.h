@@ -27,13 +27,19 @@ public:
     const std::string& path() const { return m_path; }
     std::string path(std::string_view name) const { return m_path + "/" + std::string(name); }
 
-    /// Writes a file into the directory and returns its path.
+    /// Writes a file, with the directories above it, and returns its path.
     std::string write(std::string_view name, std::string_view content) const {
+        std::error_code ignored;
+        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path(), ignored);
         std::ofstream(path(name), std::ios::binary) << content;
         return path(name);
     }
 
-    /// Returns the content of a file in the directory.
+    std::string writeProgram(std::string_view name, std::string_view content = "#!/bin/sh\n") const {
+        std::filesystem::permissions(write(name, content), std::filesystem::perms(0755));
+        return path(name);
+    }
+
     std::string read(std::string_view name) const {
         std::ifstream file(path(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};

@@ -27,10 +27,7 @@ protected:
                configuration.path("log") + R"(")" + members + "}";
     }
 
-    void writeItems(const std::string& rows) const {
-        std::filesystem::create_directories(configuration.path("data"));
-        configuration.write("data/items.csv", header + rows);
-    }
+    void writeItems(const std::string& rows) const { configuration.write("data/items.csv", header + rows); }
 
     /// Starts as the program does.
     void start() {

@@ -18,19 +18,6 @@ TEST(Text, trimsAndSplitsAtEveryUnicodeWhiteSpace) {
     EXPECT_FALSE(containsWhiteSpace("ab\xE3\x80"));
 }
 
-TEST(Text, lowercasesByTheDefaultMapping) {
-    EXPECT_EQ(lowercased("ABC Ä É"), "abc ä é");
-    EXPECT_EQ(lowercased("ΟΔΟΣ"), "οδος") << "a final sigma";
-    EXPECT_EQ(lowercased("İI"), "i\u0307i") << "not the Turkish mapping";
-    EXPECT_EQ(lowercased(std::string_view("A\0B", 3)), std::string_view("a\0b", 3));
-}
-
-TEST(Text, normalizesToComposedForm) {
-    EXPECT_EQ(normalized("e\u0301か\u3099"), "éが");
-    EXPECT_EQ(normalized("plain"), "plain");
-    EXPECT_EQ(normalized("a\u0302\u0323"), "\u1EAD");
-}
-
 TEST(Text, reordersRunsOfUpToThirtyCombiningMarks) {
     std::string marks;
     for (int count = 1; count < 30; ++count)
@@ -46,11 +33,6 @@ TEST(Text, normalizesLongRunsOfCombiningMarksInLinearTime) {
     const std::string result = normalized(marks + " e\u0301");
     EXPECT_TRUE(result.starts_with("ȩ\u0327"));
     EXPECT_TRUE(result.ends_with(" é"));
-}
-
-TEST(Text, turnsHiraganaIntoKatakana) {
-    EXPECT_EQ(hiraganaToKatakana("ひらがなゃがぱゔ"), "ヒラガナャガパヴ");
-    EXPECT_EQ(hiraganaToKatakana("カタ漢字abc"), "カタ漢字abc");
 }
 
 TEST(Text, sortsNamesByLocaleAndThenByBytes) {

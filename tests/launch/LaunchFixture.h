@@ -6,7 +6,6 @@
 #include "tests/support/RecordingProcesses.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace kavendra {
 
@@ -20,7 +19,7 @@ protected:
         std::filesystem::create_directories(home.path("folder.xlsx"));
         home.write("notes.txt", "");
         home.write("Book.XLSX", "the workbook");
-        chmod(home.write("tool", "#!/bin/sh\n").c_str(), 0755);
+        home.writeProgram("tool");
     }
 
     /// Returns the message or, after "! ", the failure, and the calls made since the last call of this.

@@ -3,7 +3,6 @@
 #include "tests/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace kavendra {
 
@@ -11,22 +10,15 @@ namespace {
 
 class ExecutableSearch : public testing::Test {
 protected:
-    std::string program(const std::string& name, mode_t mode = 0755) const {
-        std::filesystem::create_directories(std::filesystem::path(directory.path(name)).parent_path());
-        const std::string path = directory.write(name, "#!/bin/sh\n");
-        chmod(path.c_str(), mode);
-        return path;
-    }
-
     TemporaryDirectory directory;
 };
 
 } // namespace
 
 TEST_F(ExecutableSearch, usesTheOrderOfPATH) {
-    const std::string first = program("first/tool"), second = program("second/tool"),
-                      env = program("own/env");
-    program("not-executable/tool", 0644);
+    const std::string first = directory.writeProgram("first/tool"),
+                      second = directory.writeProgram("second/tool"), env = directory.writeProgram("own/env");
+    directory.write("not-executable/tool", "");
     std::filesystem::create_directories(directory.path("directory/tool"));
     std::string pathVariable = ":";
     for (const char* name : {"missing", "not-executable", "directory", "first", "second"})
@@ -45,13 +37,13 @@ TEST_F(ExecutableSearch, usesTheOrderOfPATH) {
 }
 
 TEST_F(ExecutableSearch, doesNotSearchForNamesWithASlash) {
-    const std::string tool = program("bin/tool");
+    const std::string tool = directory.writeProgram("bin/tool");
     setenv("HOME", directory.path().c_str(), 1);
     EXPECT_EQ(resolveExecutable(tool, ""), tool);
     EXPECT_EQ(resolveExecutable("~/bin/tool", ""), tool);
-    for (const std::string& name :
-         std::vector<std::string>{"./env", "no-such-directory/env", "/", "/usr/bin", program("plain", 0644),
-                                  std::string("/usr/bin/env\0", 13), "", "  ", ".", ".."})
+    for (const std::string& name : std::vector<std::string>{
+             "./env", "no-such-directory/env", "/", "/usr/bin", directory.write("plain", ""),
+             std::string("/usr/bin/env\0", 13), "", "  ", ".", ".."})
         EXPECT_EQ(resolveExecutable(name, "/usr/bin"), std::nullopt) << name;
 }
 

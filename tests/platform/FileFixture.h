@@ -10,7 +10,6 @@
 
 namespace kavendra {
 
-/// A test with files in a directory of its own.
 class FileFixture : public testing::Test {
 protected:
     static constexpr uid_t nobody = 65534;
@@ -22,7 +21,6 @@ protected:
         return isHere ? "." + description.substr(directory.path().size()) : description;
     }
 
-    /// Returns the sorted names in the directory.
     std::vector<std::string> names(const std::string& subdirectory = {}) const {
         auto result = *listDirectory(directory.path(subdirectory));
         std::ranges::sort(result);

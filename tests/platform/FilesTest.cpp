@@ -87,20 +87,6 @@ TEST_F(Files, copyFileCopiesOnlyRegularFiles) {
     EXPECT_FALSE(exists(next)) << "an incomplete copy is removed";
 }
 
-TEST_F(Files, absolutePathKeepsParentComponents) {
-    const std::string here = std::filesystem::current_path();
-    for (const auto& [path, absolute] : std::vector<std::pair<std::string, std::string>>{
-             {"///", "/"},
-             {"/a//b/./c/", "/a/b/c"},
-             {"/a/../b", "/a/../b"},
-             {"-rf", here + "/-rf"},
-             {"./x/", here + "/x"},
-             {".", here},
-             {"a b\n", here + "/a b\n"},
-         })
-        EXPECT_EQ(absolutePath(path), absolute) << path;
-}
-
 TEST_F(Files, privateDirectoryIsOnlyForThisUser) {
     const auto isPrivate = [this](const std::string& path) {
         const struct stat status = statusOf(path);

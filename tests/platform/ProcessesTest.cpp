@@ -28,7 +28,6 @@ Result<ProgramOutcome> runScript(const std::string& script) {
     return Processes(plainEnvironment).runAndWait(shell, {"-c", script});
 }
 
-/// Returns the standard error of a script.
 std::string standardErrorOf(const std::string& script) {
     const Result<ProgramOutcome> outcome = runScript(script);
     return outcome ? outcome->standardError : outcome.error().description;
@@ -88,23 +87,6 @@ TEST(Processes, programHasDefaultSignalHandling) {
     EXPECT_TRUE(handlesSignalsByDefault(status)) << status;
 }
 
-TEST(Processes, programSurvivesTheKillOfItsStarter) {
-    const TemporaryDirectory directory;
-    const std::string waiting = "while [ ! -e go ]; do sleep 0.05; done; ";
-    const pid_t starter = fork();
-    if (starter == 0) {
-        setpgid(0, 0);
-        if (Processes(plainEnvironment).start(shell, {"-c", waiting + "echo > survived"}, directory.path()))
-            kill(0, SIGKILL); // the process group, as a terminal does
-        _exit(1);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(starter, &status, 0), starter);
-    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-    directory.write("go", "");
-    EXPECT_TRUE(eventually([&] { return std::filesystem::exists(directory.path("survived")); }));
-}
-
 TEST(Processes, awaitedProgramCanWriteErrorsAfterTheEndOfItsStarter) {
     const TemporaryDirectory directory;
     const pid_t starter = fork();
@@ -123,9 +105,8 @@ TEST(Processes, awaitedProgramCanWriteErrorsAfterTheEndOfItsStarter) {
 
 TEST(Processes, errorOfAFailedStartHasThePathAndTheReason) {
     const TemporaryDirectory directory;
-    const std::string noInterpreter = directory.write("no-interpreter", "#!/no/such/interpreter\n");
+    const std::string noInterpreter = directory.writeProgram("no-interpreter", "#!/no/such/interpreter\n");
     const std::string notExecutable = directory.write("not-executable", "#!/bin/sh\n");
-    chmod(noInterpreter.c_str(), 0755);
     const std::string missing = directory.path("missing");
     const std::string withNUL("/bin/true\0x", 11);
 

@@ -13,7 +13,6 @@
 /// Limits of the system that apply to this process during the lifetime of an object.
 namespace kavendra {
 
-/// Limits the size of files.
 class ScopedFileSizeLimit {
 public:
     explicit ScopedFileSizeLimit(rlim_t bytes) : m_handlerBefore(std::signal(SIGXFSZ, SIG_IGN)) {

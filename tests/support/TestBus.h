@@ -18,7 +18,6 @@ public:
     TestBus(const TestBus&) = delete;
     TestBus& operator=(const TestBus&) = delete;
 
-    /// Returns a new connection.
     GObjectHandle<GDBusConnection> connect() const;
 
     /// Stops the bus by SIGSTOP: it accepts connections and answers nothing from then on.
@@ -54,9 +53,7 @@ public:
     /// Returns the parameters of every call.
     std::vector<std::string> calls() const;
     void answerHeldCalls();
-    /// Sets the answer to later calls.
     void setAnswer(const std::string& answer);
-    /// Broadcasts a signal of the interface.
     void sendSignal(const char* name, const std::string& parameters);
 
 private:

@@ -9,7 +9,6 @@
 
 #include <gio/gdesktopappinfo.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace kavendra {
 
@@ -34,9 +33,8 @@ TEST(AutostartEntry, isValidAndStartsTheProgramForEveryPath) {
                              "tick`id`", "per%cent %f %%", "semi;colon & <angles>", "equal=sign",
                              "all \"$=%`\\", " leading", "日本", "#hash*?(~|)", "\\n\\s\\\\"}) {
         const TemporaryDirectory directory;
-        const std::string program = directory.write(name, "#!/bin/sh\n: > \"${0%/*}/started\"\n");
-        chmod(program.c_str(), 0755);
-        const auto entry = autostartEntry(program);
+        const auto entry =
+            autostartEntry(directory.writeProgram(name, "#!/bin/sh\n: > \"${0%/*}/started\"\n"));
         ASSERT_TRUE(entry) << name;
         const std::string path = directory.write("kavendra.desktop", *entry);
         EXPECT_TRUE(passesValidation(path)) << name << "\n" << *entry;
@@ -116,7 +114,6 @@ TEST(AutostartEntry, replacesAnEntryUnderAnOldName) {
          }) {
         const TemporaryDirectory directory;
         setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1);
-        std::filesystem::create_directory(directory.path("autostart"));
         const std::string oldEntry = directory.write(
             "autostart/kavendra.desktop",
             std::string("[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\nIcon=kavendra\n") +

@@ -206,11 +206,9 @@ TEST_F(FreedesktopDesktopTest, startsATerminalApplicationInTheChosenTerminal) {
         "#!/bin/sh\nprintf '<%s>' \"${0##*/}\" \"$@\" > '" + directory.path("record") + "'\n";
     Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
     FreedesktopDesktop terminals(withTerminals, executor);
-    std::filesystem::create_directories(programs);
     for (const std::string words : {"<x-terminal-emulator><-e>", "<xdg-terminal-exec>"}) {
         const std::string name = words.substr(1, words.find('>') - 1);
-        std::filesystem::permissions(directory.write("50% a=b/" + name, script),
-                                     std::filesystem::perms::owner_all);
+        directory.writeProgram("50% a=b/" + name, script);
         ASSERT_TRUE(terminals.startApplication(entry, {entry}));
         EXPECT_TRUE(eventually([&] {
             return directory.read("record") == words + "<sh><a b><50%><" + entry + ">";
@@ -220,12 +218,11 @@ TEST_F(FreedesktopDesktopTest, startsATerminalApplicationInTheChosenTerminal) {
 
 TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
     const std::string home = directory.path("home"), programs = directory.path("programs");
-    for (const std::string& path : {home + "/書類", home + "/Downloads", programs})
+    for (const std::string& path : {home + "/書類", home + "/Downloads"})
         std::filesystem::create_directories(path);
     setenv("HOME", home.c_str(), 1);
     for (const std::string name : {"loginctl-test", "x-terminal-emulator", "xdg-terminal-exec"})
-        std::filesystem::permissions(directory.write("programs/" + name, "#!/bin/sh\n"),
-                                     std::filesystem::perms::owner_all);
+        directory.writeProgram("programs/" + name);
     std::ofstream(surroundings.path("config/user-dirs.dirs")) << "XDG_DOCUMENTS_DIR=\"$HOME/書類\"\n";
     const auto entry = [&](const std::string& name, const std::string& keys) {
         return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\nExec=true\n" + keys);
@@ -295,12 +292,10 @@ TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
                                "' ]; do sleep 0.05; done\n{ echo \"${0##*/}\"; pwd; } > '" +
                                directory.path("record") + "'\n";
     std::filesystem::create_directories(place);
-    std::filesystem::create_directories(programs);
     Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
     FreedesktopDesktop terminals(withTerminals, executor);
     for (const std::string name : {"x-terminal-emulator", "xdg-terminal-exec"}) {
-        std::filesystem::permissions(directory.write("programs/" + name, script),
-                                     std::filesystem::perms::owner_all);
+        directory.writeProgram("programs/" + name, script);
         std::filesystem::remove(directory.path("record"));
         std::filesystem::remove(directory.path("go"));
         const auto terminal = terminals.openTerminal(place);

@@ -2,9 +2,7 @@
 
 #include "tests/support/Contrast.h"
 
-#include <QClipboard>
 #include <QGuiApplication>
-#include <QMimeData>
 #include <QPalette>
 
 #include <gtest/gtest.h>
@@ -23,16 +21,11 @@ TEST(QtDesktop, textHasEnoughContrastInAllPalettes) {
     for (const QPalette::ColorRole text : {WindowText, Text, PlaceholderText, Link, LinkVisited})
         for (const QPalette::ColorRole background : {Window, Base})
             pairs.emplace_back(text, background);
-    struct Case {
-        Appearance appearance;
-        bool highContrast;
-        double smallestContrast;
-    };
-    for (const auto& [appearance, highContrast, smallest] :
-         {Case{Appearance::light, false, smallestTextContrast},
-          Case{Appearance::dark, false, smallestTextContrast},
-          Case{Appearance::light, true, smallestHighContrast},
-          Case{Appearance::dark, true, smallestHighContrast}}) {
+    for (const auto& [appearance, highContrast] : {std::pair{Appearance::light, false},
+                                                   {Appearance::dark, false},
+                                                   {Appearance::light, true},
+                                                   {Appearance::dark, true}}) {
+        const double smallest = highContrast ? smallestHighContrast : smallestTextContrast;
         applyAppearance(appearance, highContrast);
         const QPalette palette = QGuiApplication::palette();
         EXPECT_EQ(luminance(palette.color(QPalette::Base)) < 0.5, appearance == Appearance::dark);
@@ -68,20 +61,6 @@ TEST(QtDesktop, desktopPaletteIsKeptWhereItIsAsPreferred) {
             chosenAppearance(preferred, highContrast, isDark ? darkPalette : lightPalette, isDesktopsOwn),
             chosen)
             << static_cast<int>(preferred) << highContrast << isDark << isDesktopsOwn;
-}
-
-TEST(QtDesktop, clipboardHoldsPlainText) {
-    ASSERT_EQ(QCoreApplication::instance(), nullptr);
-    putOnClipboard("nothing happens without an application");
-    applyAppearance(Appearance::dark);
-
-    int argumentCount = 0;
-    const QGuiApplication application(argumentCount, nullptr);
-    putOnClipboard("before");
-    putOnClipboard("a\tb\n <b>日本</b> \xFF");
-    const QMimeData* held = QGuiApplication::clipboard()->mimeData();
-    EXPECT_EQ(held->text(), QString::fromUtf8("a\tb\n <b>日本</b> \uFFFD"));
-    EXPECT_FALSE(held->hasHtml());
 }
 
 } // namespace kavendra

@@ -75,15 +75,6 @@ TEST(RunningInstance, secondProcessPassesItsTokenAndEnds) {
                                                  "'desktop-startup-id': <'a/startup_TIME1'>},)"}));
 }
 
-TEST(RunningInstance, secondProcessDoesNotWaitForAHangingOwner) {
-    const TestBus bus;
-    const TestService other(bus, otherInstance, Manner::hanging);
-    const auto begin = Clock::now();
-    EXPECT_FALSE(becomeRunningInstance());
-    EXPECT_LT(Clock::now() - begin, 20s) << "GIO itself would wait 25 s";
-    EXPECT_EQ(other.calls().size(), 1U) << "it is activated when it answers again";
-}
-
 TEST(RunningInstance, givesUpABusThatDoesNotAnswer) {
     for (const bool isConnected : {false, true}) {
         TestBus bus;
