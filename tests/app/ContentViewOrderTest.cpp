@@ -1,7 +1,6 @@
 // The orders in which slow loads, answers and actions can end. The executor holds work back.
 
 #include "app/WindowMenus.h"
-#include "config/SettingsFile.h"
 #include "tests/app/ContentViewFixture.h"
 #include "tests/support/MenuText.h"
 
@@ -101,7 +100,6 @@ TEST_F(ContentViewOrderTest, failedConfigurationDropsTheLoadBeforeIt) {
 }
 
 TEST_F(ContentViewOrderTest, otherDataDirectoryReplacesALoadThatHangs) {
-    std::filesystem::create_directories(configuration.path("other"));
     configuration.write("other/items.csv", header + std::string("other,,,\n"));
     WindowMenus menus(content, desktop, processes, executor);
     start();

@@ -1,9 +1,7 @@
-#include "config/SettingsFile.h"
 #include "tests/app/ContentViewFixture.h"
 #include "tests/support/Limits.h"
 
 #include <gmock/gmock.h>
-#include <sys/stat.h>
 
 namespace kavendra {
 
@@ -17,14 +15,11 @@ using ContentViewTest = ContentViewFixture;
 
 } // namespace
 
-TEST_F(ContentViewTest, loadSelectsTheFirstItem) {
-    EXPECT_EQ(status(), "No item launched");
+TEST_F(ContentViewTest, startReadsTheSettingsAndTheStartupStatus) {
     EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path());
     desktop.startupStatus = StartupRegistrationStatus::enabled;
     start();
-    EXPECT_EQ(status(), "Loaded 3 items");
-    EXPECT_EQ(selectedTitle(), "alpha");
-    EXPECT_THAT(log(), EndsWith("] CSV headers (items.csv): Title | Command | Params | Keywords\n"));
+    EXPECT_EQ(state().appSettings.dataDirectoryPath, configuration.path("data"));
     EXPECT_THAT(desktop.appearances, testing::Contains(Appearance::system));
     EXPECT_EQ(state().startupRegistrationStatus, StartupRegistrationStatus::enabled);
 }
@@ -114,7 +109,6 @@ TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
 }
 
 TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadWithValidSettingsAndState) {
-    std::filesystem::create_directories(configuration.path("log"));
     configuration.write("log/kavendra.log", "previous run\n");
     configuration.write("kavendra-state.json", "[");
     start(); // fails before the log is emptied

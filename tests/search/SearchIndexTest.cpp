@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <random>
@@ -196,12 +195,8 @@ TEST(SearchIndex, findsItemsByTheirWords) {
         {"", "", "", ""},
     };
     const SearchIndex index = *makeSearchIndex(listOf(items));
-    struct Case {
-        const char* query;
-        Indexes found;
-    };
     const Indexes all{0, 1, 2, 3, 4, 5};
-    const Case cases[] = {
+    const std::pair<const char*, Indexes> cases[] = {
         {"", all},
         {" \t\u3000\u00A0\n", all},
         {"TEAM  wIKi", {0}},
@@ -224,8 +219,8 @@ TEST(SearchIndex, findsItemsByTheirWords) {
         {"-", {1, 2}},
         {"\xFF", {}},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(index.matches(each.query), each.found) << each.query;
+    for (const auto& [query, found] : cases)
+        EXPECT_EQ(index.matches(query), found) << query;
     EXPECT_TRUE(SearchIndex().matches("").empty());
     EXPECT_TRUE(SearchIndex().matches("a").empty());
 }

@@ -1,9 +1,9 @@
 #include "ui/FieldClipboard.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -20,23 +20,6 @@ protected:
             received = std::move(receiver);
         });
         field->show();
-    }
-
-    /// Returns the titles of the enabled entries of the context menu; chooses the entry with a title.
-    std::string menu(const QString& chosen = {}) const {
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
-        QApplication::sendEvent(field.get(), &event);
-        auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        std::string titles;
-        for (QAction* action : menu->actions()) {
-            const QString title = action->text().remove('&');
-            if (action->isEnabled() && !action->isSeparator())
-                titles += title.toStdString() + " ";
-            if (title == chosen)
-                action->trigger();
-        }
-        menu->close();
-        return titles;
     }
 
     std::unique_ptr<QLineEdit> field = std::make_unique<QLineEdit>();
@@ -59,13 +42,15 @@ TEST_F(FieldClipboardTest, textThatComesLateReplacesTheSelection) {
 }
 
 TEST_F(FieldClipboardTest, menuOffersWhatIsPossible) {
-    EXPECT_EQ(menu(), "Paste ");
     field->insert("text");
-    EXPECT_EQ(menu("Select All"), "Undo Paste Select All ");
-    EXPECT_EQ(menu("Delete"), "Undo Cut Copy Paste Delete Select All ");
-    EXPECT_EQ(menu("Paste"), "Undo Paste ");
-    received("pasted");
-    EXPECT_EQ(field->text(), "pasted");
+    field->selectAll();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(field.get(), &event);
+    QString titles;
+    for (const QAction* action : QApplication::activePopupWidget()->actions())
+        titles += action->isEnabled() ? action->text() + " " : "";
+    EXPECT_EQ(titles, "&Undo  Cu&t &Copy &Paste Delete  Select All ");
+    QApplication::activePopupWidget()->close();
 }
 
 } // namespace kavendra

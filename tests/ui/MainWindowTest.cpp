@@ -3,10 +3,8 @@
 #include "tests/ui/MainWindowFixture.h"
 
 #include <QApplication>
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QHelpEvent>
-#include <QMenu>
 #include <QScreen>
 #include <QTextEdit>
 
@@ -16,17 +14,6 @@ namespace {
 
 class MainWindowTest : public MainWindowFixture {
 protected:
-    /// Chooses an entry of the open menu, closes the menu and lets the action run.
-    static void chooseFromOpenMenu(const QString& title) {
-        QWidget* menu = QApplication::activePopupWidget();
-        ASSERT_TRUE(menu);
-        for (QAction* action : menu->findChildren<QAction*>())
-            if (action->text() == title)
-                action->trigger();
-        menu->close();
-        QCoreApplication::processEvents();
-    }
-
     /// Sends the event of a pointer that rests on a part of a widget. Returns the tooltip that is shown then,
     /// nullptr without one.
     static QWidget* toolTip(QWidget& widget, const QRect& area) {
@@ -39,7 +26,6 @@ protected:
     }
 
     MenuButton& folderButton = bar.folderButton();
-    MenuButton& settingsButton = bar.settingsButton();
 };
 
 } // namespace
@@ -163,31 +149,18 @@ TEST_F(MainWindowTest, folderButtonShowsForAnExistingPath) {
     EXPECT_EQ(field.geometry(), fieldBefore);
 }
 
-TEST_F(MainWindowTest, menusActAndReport) {
-    content.setSearchText(configuration.path("data"));
-    const auto openButtonMenu = [](QToolButton& button, const QString& choice) {
-        QMetaObject::invokeMethod(&button, [choice] { chooseFromOpenMenu(choice); }, Qt::QueuedConnection);
-        button.showMenu(); // returns when the menu has closed
-        QCoreApplication::processEvents();
-    };
-    openButtonMenu(folderButton, "Copy Directory");
-    EXPECT_EQ(statusMessage.text(), "Copied directory");
+TEST_F(MainWindowTest, statusLineShowsWhatTheSettingsSay) {
     const QLabel& debugSummary = *window.findChild<QLabel*>("debugSummary");
-    for (const bool isShown : {true, false}) {
-        EXPECT_EQ(statusMessage.isVisible(), isShown);
-        EXPECT_EQ(debugSummary.isVisible(), !isShown);
-        openButtonMenu(settingsButton, "Show Status Message");
-        openButtonMenu(settingsButton, "Show Debug Summary");
+    for (const bool isDebugging : {false, true}) {
+        LaunchSettings settings = state().appSettings;
+        settings.showStatusMessage = !isDebugging;
+        settings.showDebugSummary = isDebugging;
+        content.saveSettings(settings);
+        EXPECT_EQ(statusMessage.isVisible(), !isDebugging);
+        EXPECT_EQ(debugSummary.isVisible(), isDebugging);
     }
     const QString logDirectory = QString::fromStdString(configuration.path("log"));
     EXPECT_TRUE(debugSummary.text().endsWith(" | Log dir: " + logDirectory));
-
-    content.setSearchText("");
-    const QPoint position = cell(2, 1).center();
-    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, position, table.viewport()->mapToGlobal(position));
-    QApplication::sendEvent(table.viewport(), &rightClick);
-    chooseFromOpenMenu("Copy Cell Value");
-    EXPECT_EQ(desktop.calls, (Calls{"copyText " + configuration.path("data"), "copyText /"}));
 }
 
 TEST_F(MainWindowTest, toolTipShowsTheWholeElidedText) {

@@ -44,17 +44,10 @@ TEST_F(MessageDialogTest, failureIsShownUntilItIsDismissed) {
     EXPECT_EQ(error.findChildren<QPushButton*>().size(), 1);
     content.reportFailure("<b>another</b>");
     EXPECT_EQ(message.toPlainText(), "<b>another</b>") << "a new failure replaces the old one";
-    QTest::keyClick(&error, Qt::Key_Escape);
-    EXPECT_FALSE(error.isVisible());
-    EXPECT_EQ(dialogText(), "no dialog");
-    EXPECT_EQ(statusMessage.text(), "<b>another</b>");
-    content.reportFailure("again");
     click(error, QDialogButtonBox::Ok);
     EXPECT_FALSE(error.isVisible());
     EXPECT_EQ(dialogText(), "no dialog");
-    content.reportFailure("again");
-    content.dismissErrorDialog();
-    EXPECT_FALSE(error.isVisible());
+    EXPECT_EQ(statusMessage.text(), "<b>another</b>");
 }
 
 TEST_F(MessageDialogTest, heldEnterLaunchesOnceAndDoesNotDismiss) {
@@ -79,10 +72,7 @@ TEST_F(MessageDialogTest, heldEnterLaunchesOnceAndDoesNotDismiss) {
 }
 
 TEST_F(MessageDialogTest, launchAtLoginChangesOnlyAfterYes) {
-    struct Case {
-        const char* name;
-        std::function<void()> answer;
-    };
+    using Case = std::pair<const char*, std::function<void()>>;
     for (const auto& [name, answer] :
          {Case{"No", [this] { click(confirmation, QDialogButtonBox::No); }},
           Case{"Escape", [this] { QTest::keyClick(&confirmation, Qt::Key_Escape); }},

@@ -241,29 +241,22 @@ TEST_F(SearchFieldFocusTest, pressWhoseReleaseIsLostDoesNotSelect) {
 }
 
 TEST_F(SearchFieldFocusTest, focusSelectionAndClicksAreLogged) {
-    click();
-    EXPECT_EQ(selectedAfterEvents(), "");
-    field.end(false);
-    other.setFocus();
     field.selectAllOnFocus = true;
-    field.setFocus(Qt::TabFocusReason);
+    click();
     EXPECT_EQ(selectedAfterEvents(), "abc def");
-    other.setFocus();
-    press(Qt::LeftButton, 1000, inFirstWord);
     EXPECT_EQ(
         log,
-        "SearchField becomeFirstResponder start selectAllOnFocus=false shouldSelectAllAfterMouseDown=false\n"
-        "SearchField becomeFirstResponder end becameFirstResponder=true\n"
-        "SearchField mouseDown clickCount=1 shouldSelectAllAfterMouseDown=false\n"
-        "SearchField becomeFirstResponder start selectAllOnFocus=true shouldSelectAllAfterMouseDown=false\n"
-        "SearchField becomeFirstResponder end becameFirstResponder=true\n"
-        "SearchField becomeFirstResponder currentEventType=none isMouseDrivenFocus=false\n"
-        "SearchField selectAllText via editor before={7, 0}\n"
-        "SearchField selectAllText via editor after={0, 7}\n"
         "SearchField becomeFirstResponder start selectAllOnFocus=true shouldSelectAllAfterMouseDown=false\n"
         "SearchField becomeFirstResponder end becameFirstResponder=true\n"
         "SearchField becomeFirstResponder currentEventType=MouseButtonPress isMouseDrivenFocus=true\n"
-        "SearchField mouseDown clickCount=1 shouldSelectAllAfterMouseDown=true\n");
+        "SearchField mouseDown clickCount=1 shouldSelectAllAfterMouseDown=true\n"
+        "SearchField selectAllText via editor before={1, 0}\n"
+        "SearchField selectAllText via editor after={0, 7}\n");
+    other.setFocus();
+    log.clear();
+    field.setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(
+        log.contains("SearchField becomeFirstResponder currentEventType=none isMouseDrivenFocus=false\n"));
 }
 
 TEST_F(SearchFieldFocusTest, clicksAreCountedByTimeAndPlace) {

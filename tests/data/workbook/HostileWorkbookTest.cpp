@@ -1,5 +1,4 @@
 #include "data/workbook/WorkbookLimits.h"
-#include "tests/TemporaryDirectory.h"
 #include "tests/data/Reading.h"
 #include "tests/support/ResourceUse.h"
 #include "tests/support/WorkbookWriter.h"
