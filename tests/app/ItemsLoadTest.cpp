@@ -22,7 +22,6 @@ const std::string header = "Title,Command,Params,Keywords\n";
 
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
 
-/// A workbook whose rows all have the same title.
 std::string workbookRepeating(const std::string& title, std::size_t rows) {
     const std::string row = R"(<row><c r="A2" t="s"><v>0</v></c></row>)";
     const std::string strings = "<si><t>" + title + "</t></si>";

@@ -8,7 +8,6 @@
 
 namespace kavendra {
 
-/// Returns an entry's title in English.
 inline std::string titleOf(const MenuEntry& entry) {
     std::string title = entry.title;
     if (const std::size_t place = title.find("%1"); place != std::string::npos)

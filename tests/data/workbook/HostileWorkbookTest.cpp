@@ -58,7 +58,6 @@ void expectHarmless(const Case& c) {
     EXPECT_LT(use.memory, maximumMemory);
 }
 
-/// A workbook of one sheet, with the entry of the sheet changed.
 std::string withSheetEntry(const std::function<void(ZipEntry&)>& change) {
     std::vector<ZipEntry> entries = zipEntries(workbookParts({sheetRows}));
     for (ZipEntry& entry : entries)
@@ -67,7 +66,6 @@ std::string withSheetEntry(const std::function<void(ZipEntry&)>& change) {
     return makeZip(entries);
 }
 
-/// A workbook with a changed field in the zip headers of the sheet.
 template <typename Field>
 std::string withHeader(Field ZipEntry::* field, std::type_identity_t<Field> value) {
     return withSheetEntry([&](ZipEntry& entry) { entry.*field = value; });
@@ -123,7 +121,6 @@ std::string overlapping() {
     return archive + list + end;
 }
 
-/// A workbook of one sheet with more entries.
 std::string withEntries(const std::vector<std::string>& names, const std::string& content,
                         const std::string& sheetXML = "") {
     WorkbookParts parts = workbookParts({sheetRows});
@@ -143,7 +140,6 @@ std::string withEndRecords(std::size_t listed, std::size_t records, std::size_t 
     return archive + list + repeated(zipEndRecord(count, list.size(), archive.size()), records);
 }
 
-/// A workbook that names its one sheet many times.
 std::string withSheetNamed(std::size_t times, const std::string& rows) {
     WorkbookParts parts = workbookParts({rows});
     const std::string name = "<sheet name=\"a\" r:id=\"rId1\"/>";
@@ -166,7 +162,6 @@ std::string elements(const std::vector<std::string>& names) {
     return xml + "</worksheet>";
 }
 
-/// A cell with the first shared string.
 std::string sharedCell(const std::string& column) {
     return "<c r=\"" + column + "1\" t=\"s\"><v>0</v></c>";
 }

@@ -30,7 +30,6 @@ constexpr TestService::Description otherInstance{.name = name, .path = path, .in
   </interface>
 </node>)"};
 
-/// Another process that calls methods of the instance.
 class Caller {
 public:
     explicit Caller(const TestBus& bus) : m_connection(bus.connect()) {}
