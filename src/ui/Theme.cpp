@@ -93,7 +93,8 @@ QColor separatorColor(const QPalette& palette) {
 QColor selectedRowColor(const QPalette& palette, QPalette::ColorGroup group, bool hasKeyboard) {
     constexpr double smallestContrast = 4.5;
     const QColor text = palette.color(group, QPalette::HighlightedText);
-    const QColor awayFromText = text.lightnessF() > 0.5F ? Qt::black : Qt::white;
+    // Every colour has a contrast of at least 4.58 to 1 with one of the two, so the loop ends.
+    const QColor awayFromText = contrast(text, Qt::black) > contrast(text, Qt::white) ? Qt::black : Qt::white;
     QColor color = palette.color(group, QPalette::Highlight);
     if (hasKeyboard)
         color = blended(color, awayFromText, 0.25F);

@@ -103,6 +103,16 @@ TEST_F(WindowAppearanceTest, derivedColorsHaveEnoughContrast) {
     applyAppearance(Appearance::system);
 }
 
+TEST_F(WindowAppearanceTest, selectedRowIsReadableWithEveryTextColor) {
+    for (const QRgb text : {0xffff0000U, 0xff00ff00U, 0xff4040ffU, 0xff7f7f7fU}) {
+        QPalette palette;
+        palette.setColor(QPalette::HighlightedText, QColor::fromRgb(text));
+        palette.setColor(QPalette::Highlight, QColor::fromRgb(text));
+        const QColor row = selectedRowColor(palette, QPalette::Active, false);
+        EXPECT_GE(contrast(QColor::fromRgb(text), row), smallestTextContrast) << std::hex << text;
+    }
+}
+
 TEST_F(WindowAppearanceTest, layoutFollowsTheFont) {
     const QFont before = QApplication::font();
     const int rowHeight = table.rowHeight(0);
