@@ -6,6 +6,8 @@
 #include "platform/desktop/DesktopEntry.h"
 #include "platform/desktop/Terminal.h"
 
+#include <chrono>
+
 namespace kavendra {
 
 namespace {
@@ -61,21 +63,29 @@ std::optional<std::string> expandedWord(const std::string& command, std::string_
     return value ? std::optional(*value + command.substr(end + 1)) : std::nullopt;
 }
 
-bool canBeLaunched(const std::string& command, std::string_view pathVariable) {
+/// How long to wait for the file system of a path.
+constexpr std::chrono::milliseconds pathTimeLimit{300};
+
+bool existsOrHangs(const std::string& path, Executor& executor) {
+    return askAll(executor, {[path] { return exists(path); }}, pathTimeLimit).front().value_or(true);
+}
+
+bool canBeLaunched(const std::string& command, std::string_view pathVariable, Executor& executor) {
     if (lowercasedExtension(command) == "desktop") {
         const DesktopEntry application = desktopEntry(command);
         return application && g_desktop_app_info_get_show_in(application.get(), nullptr);
     }
     const std::string path = expandedPath(command);
     return path.find('/') == std::string::npos ? resolveExecutable(path, pathVariable).has_value()
-                                               : exists(path);
+                                               : existsOrHangs(path, executor);
 }
 
 } // namespace
 
-std::optional<std::string> builtinCommandHere(const std::string& command, std::string_view pathVariable) {
+std::optional<std::string> builtinCommandHere(const std::string& command, std::string_view pathVariable,
+                                              Executor& executor) {
     auto expanded = expandedWord(command, pathVariable);
-    return expanded && canBeLaunched(*expanded, pathVariable) ? expanded : std::nullopt;
+    return expanded && canBeLaunched(*expanded, pathVariable, executor) ? expanded : std::nullopt;
 }
 
 } // namespace kavendra

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/Executor.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,7 +17,9 @@ namespace kavendra {
 ///     ${terminal}                 the installed terminal (see Terminal.h)
 ///
 /// Then an application must be installed and meant for this desktop (OnlyShowIn, NotShowIn), a path must
-/// exist, and a program must be found in `pathVariable`, a value of $PATH.
-std::optional<std::string> builtinCommandHere(const std::string& command, std::string_view pathVariable);
+/// exist, and a program must be found in `pathVariable`, a value of $PATH. A path counts as existing if its
+/// file system does not answer within 0.3 s, so that a dead network drive does not hold up all items.
+std::optional<std::string> builtinCommandHere(const std::string& command, std::string_view pathVariable,
+                                              Executor& executor);
 
 } // namespace kavendra

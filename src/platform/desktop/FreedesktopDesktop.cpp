@@ -166,7 +166,7 @@ Result<void> FreedesktopDesktop::startApplication(const std::string& path,
 }
 
 std::optional<std::string> FreedesktopDesktop::builtinCommand(const std::string& command) {
-    return builtinCommandHere(command, m_processes.variable("PATH"));
+    return builtinCommandHere(command, m_processes.variable("PATH"), m_executor);
 }
 
 Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {

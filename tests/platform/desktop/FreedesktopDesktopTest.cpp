@@ -253,6 +253,8 @@ TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
         EXPECT_EQ(here.builtinCommand(command).value_or(""), expected) << command;
     std::ofstream(surroundings.path("config/user-dirs.dirs")) << "XDG_DOWNLOAD_DIR=\"$HOME/\"\n";
     EXPECT_FALSE(here.builtinCommand("${downloads}")) << "switched off";
+    executor.isHolding = true; // as a dead network drive
+    EXPECT_TRUE(here.builtinCommand("/no/such/path"));
 }
 
 TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerElseWithItsDefaultApplication) {
