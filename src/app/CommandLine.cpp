@@ -3,6 +3,7 @@
 #include <getopt.h>
 
 #include <cstdio>
+#include <string_view>
 
 namespace kavendra {
 
@@ -20,6 +21,8 @@ constexpr const char* help = "Shows the launch items of your data files and star
 
 std::optional<int> exitStatusOfCommandLine(int argc, char* argv[]) {
     constexpr int usageError = 2;
+    if (argc == 3 && std::string_view(argv[1]) == "-session")
+        return std::nullopt;
     const option options[] = {{"help", no_argument, nullptr, 'h'},
                               {"version", no_argument, nullptr, 'v'},
                               {nullptr, 0, nullptr, 0}};
