@@ -81,6 +81,7 @@ private:
     std::size_t m_total = 0;            ///< of m_charged
     std::size_t m_end;                  ///< the first part known to exceed the limit
 };
+
 /// Makes all parts that the charge allows. Throws std::bad_alloc.
 std::vector<SearchText> madeParts(const std::vector<PlannedPart>& planned, MemoryCharge& charge) {
     std::vector<SearchText> parts(planned.size());

@@ -68,18 +68,19 @@ std::size_t textSize(std::span<const ItemRow> rows) {
 constexpr std::size_t separators = requiredColumns.size(); ///< of a row: one behind each text
 
 /// Remembers where the texts of a block are folded in the search text, so that a long string that many rows
-/// of a part share is folded once. A text is found by its offset: spans are equal or do not overlap, so at
-/// most one text of slotSize bytes or more begins in each stretch of slotSize bytes. Shorter texts are folded
-/// again.
+/// of a part share is usually folded once. A text is found by its offset: spans are equal or do not overlap,
+/// so at most one text of slotSize bytes or more begins in each stretch of slotSize bytes. Shorter texts are
+/// folded again, and so are texts that share a slot: each thread has slots, so their number is limited.
 class FoldedTexts {
 public:
     explicit FoldedTexts(const SearchTextSource& source) {
         const std::size_t blockSize = source.block->text.size();
         if (textSize(source.rows) > blockSize) // else hardly any text is shared
-            m_slots.resize(blockSize / slotSize + 1);
+            m_slots.resize(std::min(blockSize / slotSize + 1, maximumSlots));
     }
 
     struct Slot {
+        std::size_t offset = 0; ///< of the text in the block
         std::size_t begin = 0;
         std::size_t length = 0; ///< 0 until the text is folded
     };
@@ -87,11 +88,12 @@ public:
     /// Returns the slot of a text, or nullptr when it has none.
     Slot* slotOf(TextSpan span) {
         const bool hasSlot = !m_slots.empty() && span.length >= slotSize;
-        return hasSlot ? &m_slots[span.offset / slotSize] : nullptr;
+        return hasSlot ? &m_slots[span.offset / slotSize % m_slots.size()] : nullptr;
     }
 
 private:
     static constexpr std::size_t slotSize = 16;
+    static constexpr std::size_t maximumSlots = std::size_t{1} << 18; // 6 MiB
 
     std::vector<Slot> m_slots;
 };
@@ -159,7 +161,7 @@ private:
             if (column > 0)
                 copy(" ");
             FoldedTexts::Slot* const slot = m_foldedTexts.slotOf(row[column]);
-            if (slot && slot->length > 0) {
+            if (slot && slot->length > 0 && slot->offset == row[column].offset) {
                 reserve(slot->length + 1);
                 copy({m_result.text.data() + slot->begin, slot->length});
                 continue;
@@ -167,7 +169,7 @@ private:
             const std::string text = folded(m_source.block->value(row, column));
             reserve(text.size() + 1);
             if (slot)
-                *slot = {.begin = m_used, .length = text.size()};
+                *slot = {.offset = row[column].offset, .begin = m_used, .length = text.size()};
             copy(text);
         }
     }
