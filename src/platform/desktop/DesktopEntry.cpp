@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <ranges>
 
 namespace kavendra {
 
@@ -134,8 +135,8 @@ Result<void> spawn(GDesktopAppInfo* application, const std::vector<std::string>&
                    const std::vector<std::string>& environment) {
     const GObjectHandle<GAppLaunchContext> context = launchContext(environment);
     GList* list = nullptr;
-    for (const std::string& uri : uris)
-        list = g_list_append(list, const_cast<char*>(uri.c_str())); // not modified
+    for (const std::string& uri : std::views::reverse(uris)) // appending would walk the list each time
+        list = g_list_prepend(list, const_cast<char*>(uri.c_str())); // not modified
     // Only the "as manager" variant calls a function in the new process. Without
     // G_SPAWN_DO_NOT_REAP_CHILD the program becomes a child of the init process, which reaps it.
     GError* error = nullptr;

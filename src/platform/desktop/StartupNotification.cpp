@@ -66,13 +66,14 @@ void sendStartupEnd(xcb_connection_t* connection, const std::string& id) {
     message.format = 8;
     message.window = sender;
     message.type = atom(connection, "_NET_STARTUP_INFO_BEGIN");
+    const xcb_atom_t continued = atom(connection, "_NET_STARTUP_INFO");
     constexpr std::size_t chunk = sizeof message.data.data8;
     for (std::size_t offset = 0; offset < text.size(); offset += chunk) {
         message.data = {};
         text.copy(reinterpret_cast<char*>(message.data.data8), chunk, offset);
         xcb_send_event(connection, 0, root, XCB_EVENT_MASK_PROPERTY_CHANGE,
                        reinterpret_cast<const char*>(&message));
-        message.type = atom(connection, "_NET_STARTUP_INFO");
+        message.type = continued;
     }
     xcb_destroy_window(connection, sender);
     xcb_flush(connection);

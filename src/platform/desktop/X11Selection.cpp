@@ -65,11 +65,14 @@ private:
     Reply<xcb_generic_event_t> nextEvent() const {
         xcb_flush(m_connection);
         while (!xcb_connection_has_error(m_connection)) {
+            // First the time: another client may send events without end.
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
+            if (left.count() <= 0)
+                break;
             if (Reply<xcb_generic_event_t> event{xcb_poll_for_event(m_connection)})
                 return event;
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(m_deadline - Clock::now());
             pollfd readable{xcb_get_file_descriptor(m_connection), POLLIN, 0};
-            if (left.count() <= 0 || poll(&readable, 1, static_cast<int>(left.count())) == 0)
+            if (poll(&readable, 1, static_cast<int>(left.count())) == 0)
                 break;
         }
         return nullptr;

@@ -73,10 +73,14 @@ GVariant* ownPlatformData() {
     return g_variant_builder_end(&data);
 }
 
+/// Length limit for an activation token of another process; tokens have less than 300 bytes.
+constexpr std::size_t maximumTokenLength = 4096;
+
+/// Returns the first token, empty if there is none or it is too long.
 std::string tokenIn(GVariant* platformData) {
     for (const auto& [variable, key] : tokenKinds)
         if (const char* token = nullptr; g_variant_lookup(platformData, key, "&s", &token))
-            return token;
+            return std::string_view(token).size() <= maximumTokenLength ? token : std::string();
     return {};
 }
 
