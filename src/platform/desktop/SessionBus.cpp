@@ -3,6 +3,7 @@
 #include <condition_variable>
 #include <cstdlib>
 #include <mutex>
+#include <system_error>
 #include <thread>
 
 namespace kavendra {
@@ -33,11 +34,15 @@ private:
 } // namespace
 
 GObjectHandle<GDBusConnection> sessionBus(std::chrono::milliseconds timeLimit) {
-    const CancellingTimer timer(timeLimit);
-    GObjectHandle<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, timer.cancellable(), nullptr));
-    if (bus)
-        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
-    return bus;
+    try {
+        const CancellingTimer timer(timeLimit);
+        GObjectHandle<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, timer.cancellable(), nullptr));
+        if (bus)
+            g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+        return bus;
+    } catch (const std::system_error&) {
+        return nullptr; // no thread for the timer
+    }
 }
 
 void giveUpSessionBus() {
