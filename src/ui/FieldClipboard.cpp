@@ -51,7 +51,7 @@ void FieldClipboard::paste(Clipboard clipboard) {
     });
 }
 
-// QLineEdit's own menu in its own words, but its entry Paste is always enabled.
+// The entries and texts of QLineEdit's own menu, but Paste is always enabled.
 void FieldClipboard::showMenu(const QPoint& globalPosition) {
     auto* menu = new QMenu(&m_field);
     menu->setAttribute(Qt::WA_DeleteOnClose);
