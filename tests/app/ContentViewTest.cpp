@@ -44,9 +44,8 @@ TEST_F(ContentViewTest, moveSelectionStopsAtBothEnds) {
     start();
     moveSelection(-1);
     EXPECT_EQ(selectedTitle(), "alpha");
-    moveSelection(+1);
-    moveSelection(+1);
-    moveSelection(+1);
+    for (int step = 0; step < 3; ++step)
+        moveSelection(+1);
     EXPECT_EQ(selectedTitle(), "gamma");
     int changes = 0;
     content.stateChanged = [&changes] { ++changes; };

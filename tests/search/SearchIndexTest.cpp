@@ -130,9 +130,7 @@ TEST(SearchIndex, matchesThePlainSearchForRandomQueriesAlsoWhileTheyAreTyped) {
 TEST(SearchIndex, findsItemsThatAnEarlierTextDidNotFind) {
     std::vector<Fields> items(20, Fields{"z", "z", "", ""});
     struct Case {
-        const char* earlier;
-        const char* text;
-        const char* item;
+        const char *earlier, *text, *item;
     };
     const Case cases[] = {
         {"caf e", "caf e\u0301", "caf é"},

@@ -5,11 +5,7 @@
 namespace kavendra {
 
 TEST(DisplayText, withVisibleMarksReplacesInvisibleCharacters) {
-    struct Case {
-        const char* name;
-        QString text, visible;
-    };
-    const std::vector<Case> cases{
+    const std::vector<std::tuple<const char*, QString, QString>> cases{
         {"ordinary text", "~/a \u05D0\u3042\u00E9.txt", "~/a \u05D0\u3042\u00E9.txt"},
         {"controls", QString("a\tb\r\n\x1B\x7F\u0085z") + QChar(u'\0'),
          "a[TAB]b[CR][LF][U+001B][U+007F][U+0085]z[U+0000]"},
@@ -21,8 +17,8 @@ TEST(DisplayText, withVisibleMarksReplacesInvisibleCharacters) {
         {"joiners", "\u0646\u200C\u0645\u200D", "\u0646\u200C\u0645\u200D"},
         {"surrogate pair", "\U0001F600", "\U0001F600"},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(withVisibleMarks(each.text), each.visible) << each.name;
+    for (const auto& [name, text, visible] : cases)
+        EXPECT_EQ(withVisibleMarks(text), visible) << name;
 }
 
 TEST(DisplayText, originalOfVisibleMapsARangeBack) {

@@ -21,12 +21,7 @@ Reading read(std::string_view text) {
 } // namespace
 
 TEST(ReadCSVItems, mapsRowsByTheHeaderNames) {
-    struct Case {
-        const char* name;
-        std::string text;
-        Lines items;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::string, Lines> cases[] = {
         {"header alone", "Title,Command,Params,Keywords", {}},
         {"columns in another order, one more", "Keywords,Title,Extra,Command,Params\nk,t,e,c,p", {"t|c|p|k"}},
         {"header with spaces", " Title ,Command\t,\"Params\",\u3000Keywords\na,b,c,d", {"a|b|c|d"}},
@@ -41,11 +36,10 @@ TEST(ReadCSVItems, mapsRowsByTheHeaderNames) {
         {"several lines in a field", header + "\"a\r\nb, c\",d", {"a\r\nb, c|d||"}},
         {"NUL is a character", header + std::string("\0a\0,\0", 5), {std::string("\0a\0|\0||", 7)}},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        const Reading reading = read(c.text);
-        EXPECT_EQ(reading.items, c.items);
-        EXPECT_EQ(reading.failure, "");
+    for (const auto& [name, text, items] : cases) {
+        const Reading reading = read(text);
+        EXPECT_EQ(reading.items, items) << name;
+        EXPECT_EQ(reading.failure, "") << name;
     }
 }
 
