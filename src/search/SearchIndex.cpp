@@ -21,6 +21,8 @@ struct Spellings {
     std::string text;
     std::string katakana; ///< the same as `text` if that has no Hiragana
 
+    bool operator==(const Spellings&) const = default;
+
     /// Whether every item that contains this word contains the other one as well.
     bool beginsWith(const Spellings& other) const {
         return text.starts_with(other.text) && katakana.starts_with(other.katakana);
@@ -45,6 +47,15 @@ bool addTo(const std::vector<Spellings>& earlier, const std::vector<Spellings>& 
     return earlier.size() <= words.size() &&
            std::equal(earlier.begin(), earlier.end(), words.begin(),
                       [](const Spellings& before, const Spellings& now) { return now.beginsWith(before); });
+}
+
+/// Removes the words that are the same, in the same place, as before. `before` must not have more words.
+void removeSame(std::vector<Spellings>& words, const std::vector<Spellings>& before) {
+    std::vector<Spellings> others;
+    for (std::size_t place = 0; place < words.size(); ++place)
+        if (place >= before.size() || words[place] != before[place])
+            others.push_back(std::move(words[place]));
+    words = std::move(others);
 }
 
 /// A word as it is searched.
@@ -141,6 +152,13 @@ Indexes united(Indexes a, Indexes b) {
     return all;
 }
 
+Indexes intersection(std::span<const std::uint32_t> a, const Indexes& b) {
+    Indexes both;
+    both.reserve(std::min(a.size(), b.size()));
+    std::ranges::set_intersection(a, b, std::back_inserter(both));
+    return both;
+}
+
 /// Returns those of `items`, which are in the part, whose position in the part passes `isMatch`.
 Indexes matchesAmong(const auto& items, const SearchText& part, const auto& isMatch) {
     Indexes found;
@@ -201,13 +219,18 @@ std::vector<std::uint32_t> SearchIndex::matches(std::string_view searchText) con
 
 std::vector<std::uint32_t> SearchIndex::matches(std::string_view searchText,
                                                 const EarlierSearch& earlier) const {
-    const std::vector<Spellings> words = spelledWords(searchText);
-    if (earlier.found.size() > size() / testedShare || !addTo(spelledWords(earlier.searchText), words))
+    std::vector<Spellings> words = spelledWords(searchText);
+    const std::vector<Spellings> before = spelledWords(earlier.searchText);
+    if (!addTo(before, words))
         return matches(searchText);
+    removeSame(words, before); // the items found then contain these
     const Query query(words, m_frequencies);
+    const bool areFew = earlier.found.size() <= size() / testedShare;
     return matchesInAll(m_parts, [&](const SearchText& part) {
-        return matchesAmong(itemsOf(part, earlier.found), part,
-                            [&](std::size_t item) { return query.matches(part, item, 0); });
+        const auto items = itemsOf(part, earlier.found);
+        return areFew
+                   ? matchesAmong(items, part, [&](std::size_t item) { return query.matches(part, item, 0); })
+                   : intersection(items, matchesIn(part, query));
     });
 }
 

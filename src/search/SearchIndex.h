@@ -25,7 +25,8 @@ public:
 
     /// Returns the indexes of the items that contain every word of `searchText`, ascending; all of them when
     /// it has no word. Ignores letter case; a Hiragana word also matches its Katakana spelling. If the text
-    /// only adds to the words of an earlier one, only the items found then are searched.
+    /// only adds to the words of an earlier one, only the new and longer words are searched, and only the
+    /// items found then can match.
     std::vector<std::uint32_t> matches(std::string_view searchText) const;
     std::vector<std::uint32_t> matches(std::string_view searchText, const EarlierSearch& earlier) const;
 
