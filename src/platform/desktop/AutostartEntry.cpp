@@ -55,8 +55,9 @@ void replaceOldAutostartEntry() {
         return;
     g_key_file_set_string(entry.get(), group, G_KEY_FILE_DESKTOP_KEY_ICON, KAVENDRA_APPLICATION_ID);
     // A failure keeps the old entry, which still starts the program, until the next start.
-    if (exists(path) || writeFileAtomically(path, contentOf(entry.get())))
+    if (exists(path) || writeFileAtomically(path, contentOf(entry.get()))) {
         [[maybe_unused]] const auto removed = removeFile(oldPath);
+    }
 }
 
 StartupRegistrationStatus autostartStatus(const std::string& entryPath, const std::string& executable) {
