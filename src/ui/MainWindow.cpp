@@ -249,10 +249,8 @@ void MainWindow::applyFonts() {
 }
 
 void MainWindow::applyColors() {
-    QPalette secondary = palette();
-    secondary.setColor(QPalette::WindowText, secondaryTextColor(palette()));
-    m_statusMessage->setPalette(secondary);
-    m_debugSummary->setPalette(secondary);
+    m_statusMessage->setPalette(secondaryTextPalette(palette()));
+    m_debugSummary->setPalette(secondaryTextPalette(palette()));
 }
 
 void MainWindow::showState() {

@@ -41,9 +41,7 @@ void TableFrame::changeEvent(QEvent* event) {
 }
 
 void TableFrame::applyColors() {
-    QPalette quiet = palette();
-    quiet.setColor(QPalette::WindowText, secondaryTextColor(palette()));
-    m_text->setPalette(quiet);
+    m_text->setPalette(secondaryTextPalette(palette()));
 }
 
 } // namespace kavendra
