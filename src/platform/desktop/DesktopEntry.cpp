@@ -2,6 +2,7 @@
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
+#include "platform/desktop/ActivationTokens.h"
 #include "platform/desktop/KeyFile.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/Terminal.h"
@@ -16,9 +17,6 @@
 namespace kavendra {
 
 namespace {
-
-/// How long to wait for an application, which may have to be started first.
-constexpr int applicationTimeoutMilliseconds = 2000;
 
 /// Gives a new process its own session and default signal handling, as Processes does. Runs in the new
 /// process before exec: async-signal-safe functions only.
@@ -75,14 +73,10 @@ bool opensAll(GDesktopAppInfo* application, const std::vector<std::string>& uris
 
 bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris,
                 const std::string& token) {
-    const std::string name = busNameOf(application);
-    const GObjectHandle<GDBusConnection> bus = name.empty() ? nullptr : sessionBus();
+    const std::string busName = busNameOf(application);
+    const GObjectHandle<GDBusConnection> bus = busName.empty() ? nullptr : sessionBus();
     if (!bus)
         return false;
-    std::string objectPath = "/" + name;
-    std::ranges::replace(objectPath, '.', '/');
-    std::ranges::replace(objectPath, '-', '_');
-
     GVariantBuilder parameters;
     g_variant_builder_init(&parameters, G_VARIANT_TYPE_TUPLE);
     if (!uris.empty()) {
@@ -93,17 +87,12 @@ bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& ur
     }
     g_variant_builder_open(&parameters, G_VARIANT_TYPE_VARDICT);
     if (!token.empty())
-        for (const char* key : {"activation-token", "desktop-startup-id"})
-            g_variant_builder_add(&parameters, "{sv}", key, g_variant_new_string(token.c_str()));
+        for (const ActivationTokenName& name : activationTokenNames)
+            g_variant_builder_add(&parameters, "{sv}", name.key, g_variant_new_string(token.c_str()));
     g_variant_builder_close(&parameters);
-    GError* error = nullptr;
-    const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus.get(), name.c_str(), objectPath.c_str(), "org.freedesktop.Application",
-        uris.empty() ? "Activate" : "Open", g_variant_builder_end(&parameters), nullptr,
-        G_DBUS_CALL_FLAGS_NONE, applicationTimeoutMilliseconds, nullptr, &error));
-    const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
-    g_clear_error(&error);
-    return succeeded;
+    return callService(bus.get(), busName.c_str(), objectPathOf(busName).c_str(),
+                       "org.freedesktop.Application", uris.empty() ? "Activate" : "Open",
+                       g_variant_builder_end(&parameters));
 }
 
 Result<DesktopEntry> spawnableEntry(GDesktopAppInfo* application, std::string_view pathVariable) {
@@ -119,9 +108,9 @@ Result<DesktopEntry> spawnableEntry(GDesktopAppInfo* application, std::string_vi
     };
     set(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, "false");
     if (needsTerminal) {
-        const std::optional<Terminal> terminal = installedTerminal(pathVariable);
+        const Result<Terminal> terminal = installedTerminal(pathVariable);
         if (!terminal)
-            return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
+            return std::unexpected(terminal.error());
         set(G_KEY_FILE_DESKTOP_KEY_EXEC, execLineInTerminal(*terminal, entry.get()));
         set(G_KEY_FILE_DESKTOP_KEY_TERMINAL, "false");
     }

@@ -3,6 +3,7 @@
 #include "platform/ExecutableSearch.h"
 
 #include <array>
+#include <cerrno>
 
 namespace kavendra {
 
@@ -28,12 +29,12 @@ constexpr std::array knownTerminals{
 
 } // namespace
 
-std::optional<Terminal> installedTerminal(std::string_view pathVariable) {
+Result<Terminal> installedTerminal(std::string_view pathVariable) {
     for (const auto& [name, commandOption] : knownTerminals)
         if (auto executable = resolveExecutable(name, pathVariable))
             return Terminal{.executable = std::move(*executable),
                             .commandOption = std::string(commandOption)};
-    return std::nullopt;
+    return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
 }
 
 } // namespace kavendra

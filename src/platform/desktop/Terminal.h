@@ -1,6 +1,7 @@
 #pragma once
 
-#include <optional>
+#include "base/Result.h"
+
 #include <string>
 #include <string_view>
 
@@ -14,8 +15,8 @@ struct Terminal {
 };
 
 /// Returns the terminal that the user or the distribution has chosen (xdg-terminal-exec, the freedesktop.org
-/// proposal, else Debian's x-terminal-emulator), else the first known one that is installed. `pathVariable`
-/// is a value of $PATH.
-std::optional<Terminal> installedTerminal(std::string_view pathVariable);
+/// proposal, else Debian's x-terminal-emulator), else the first known one that is installed. Fails when there
+/// is none. `pathVariable` is a value of $PATH.
+Result<Terminal> installedTerminal(std::string_view pathVariable);
 
 } // namespace kavendra
