@@ -6,7 +6,7 @@
 #include "tests/support/ResourceUse.h"
 #include "tests/support/WorkbookWriter.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include <cstring>
@@ -62,14 +62,18 @@ TEST(ItemsLoad, readsBuiltinItemsFirstThenFilesInOrder) {
     write("D.XLSM", workbook("5"));
     write("b.csv", header + "2,,,\n1,,,");
     write("A.csv", "\xEF\xBB\xBF" + header + "3,,,\n");
+    write("A0.csv", header);
     write("c.xlsx", workbook("4"));
     const ItemsLoad all = loadItems({directory, true, builtin});
     Lines expected{"built of (Built-in)", "3 of A.csv",  "2 of b.csv",
                    "1 of b.csv",          "4 of c.xlsx", "5 of D.XLSM"};
     EXPECT_EQ(titles(all), expected);
     const std::string names = "): Title | Command | Params | Keywords";
-    const Lines logLines{"CSV headers (Built-in.csv" + names, "CSV headers (A.csv" + names,
-                         "CSV headers (b.csv" + names, "Excel headers (c.xlsx / Sheet1" + names,
+    const Lines logLines{"CSV headers (Built-in.csv" + names,
+                         "CSV headers (A.csv" + names,
+                         "CSV headers (A0.csv" + names,
+                         "CSV headers (b.csv" + names,
+                         "Excel headers (c.xlsx / Sheet1" + names,
                          "Excel headers (D.XLSM / Sheet1" + names};
     EXPECT_EQ(all.logLines, logLines);
     expected.erase(expected.begin());
@@ -81,7 +85,8 @@ TEST(ItemsLoad, readsBuiltinItemsFirstThenFilesInOrder) {
     write("B.csv", "Title,Command\n");
     const ItemsLoad failed = loadItems({directory, true, builtin});
     EXPECT_EQ(failureOf(failed), "CSV is missing required columns: B.csv: Params");
-    EXPECT_EQ(failed.logLines, (Lines{logLines[0], logLines[1], "CSV headers (B.csv): Title | Command"}));
+    EXPECT_EQ(failed.logLines,
+              (Lines{logLines[0], logLines[1], logLines[2], "CSV headers (B.csv): Title | Command"}));
 }
 
 TEST(ItemsLoad, showsTheFirstAvailableBuiltinItemOfEachTitle) {
@@ -137,12 +142,7 @@ TEST(ItemsLoad, failsWithTheMessageOfTheFileThatCannotBeRead) {
     const std::string csv = directory.path("x.csv"), excel = directory.path("x.xlsx");
     const std::string unreadable = "Invalid CSV format: x.csv: failed to read file";
     const std::string invalid = "Invalid Excel format: " + excel + ": ";
-    struct Case {
-        const char* name;
-        std::function<void()> make;
-        std::string failure;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, std::function<void()>, std::string> cases[] = {
         {"no known encoding", [&] { directory.write("x.csv", "\xFF\x80\xFF"); },
          "Invalid CSV format: x.csv: failed to decode text"},
         {"dangling link", [&] { std::filesystem::create_symlink("nowhere", csv); }, unreadable},
@@ -155,9 +155,9 @@ TEST(ItemsLoad, failsWithTheMessageOfTheFileThatCannotBeRead) {
          invalid + "Permission denied"},
         {"none", [] {}, "none"},
     };
-    for (const Case& c : cases) {
-        c.make();
-        EXPECT_EQ(failureOf(load(directory.path())), c.failure) << c.name;
+    for (const auto& [name, make, failure] : cases) {
+        make();
+        EXPECT_EQ(failureOf(load(directory.path())), failure) << name;
         std::filesystem::remove(csv);
         std::filesystem::remove(excel);
     }
@@ -168,30 +168,23 @@ TEST(ItemsLoad, failsWithTheMessageOfTheFileThatCannotBeRead) {
 TEST(ItemsLoad, chargesSharedLimitsInFileOrder) {
     std::string xml = headerRow() + inlineRow({"a"});
     xml.append(15 * mebibyte, '>');
-    struct Case {
-        const char* name;
-        std::string content; ///< of each of two files
-        std::string extension;
-        const char* failure;
-    };
-    const Case cases[] = {
+    // The content of each of two files, and the failure.
+    const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
         {"rows of one letter", header + repeated("a\n", 700'000), "csv",
-         "too many rows or too much text in all files together"},
+         "b.csv: too many rows or too much text in all files together"},
         {"more rows than a load may have", header + repeated("a,b,\n", 2'100'000), "csv",
-         "more than 4194304 rows in all files together"},
+         "b.csv: more than 4194304 rows in all files together"},
         {"XML that takes long to parse", makeWorkbook(workbookParts({xml})), "xlsx",
-         "too much XML in all files together"},
-        {"half as many", header + repeated("a\n", 350'000), "csv", nullptr},
+         "b.xlsx: too much XML in all files together"},
+        {"half as many", header + repeated("a\n", 350'000), "csv", "none"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, content, extension, failure] : cases) {
+        SCOPED_TRACE(name);
         const TemporaryDirectory directory;
-        directory.write("a." + c.extension, c.content);
+        directory.write("a." + extension, content);
         EXPECT_EQ(failureOf(load(directory.path())), "none");
-        directory.write("b." + c.extension, c.content);
-        const std::string expected = c.failure ? "b." + c.extension + ": " + c.failure : "none";
-        const std::string failure = failureOf(load(directory.path()));
-        EXPECT_TRUE(failure.ends_with(expected)) << failure;
+        directory.write("b." + extension, content);
+        EXPECT_THAT(failureOf(load(directory.path())), testing::EndsWith(failure));
     }
 }
 
@@ -215,13 +208,7 @@ TEST(ItemsLoad, limitsTimeAndMemoryByTheSizeOfTheFile) {
     const std::string tooMuchText = "too much text for the size of the file";
     const std::string combiningMarks = "\u0301\u0327";
     const std::string growing = "\U0001D160"; // three times as long in normalisation form C
-    struct Case {
-        const char* name;
-        const char* file;
-        std::string content;
-        std::string failure;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, std::string, std::string> cases[] = {
         {"a long string in 20,000 rows", "a.xlsx",
          workbookRepeating("e" + repeated(combiningMarks, 500), 20'000), "none"},
         {"a longer string in 20,000 rows", "a.xlsx",
@@ -241,15 +228,15 @@ TEST(ItemsLoad, limitsTimeAndMemoryByTheSizeOfTheFile) {
     honest.write("a.csv", header + repeated("Team wiki,https://wiki.example.com/,,docs\n", 200'000));
     const double honestSeconds =
         measureResources([&] { EXPECT_EQ(failureOf(load(honest.path())), "none"); }).seconds;
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [name, file, content, expected] : cases) {
+        SCOPED_TRACE(name);
         const TemporaryDirectory directory;
-        directory.write(c.file, c.content);
+        directory.write(file, content);
         std::string failure;
         const ResourceUse use = measureResources([&] { failure = failureOf(load(directory.path())); });
-        EXPECT_EQ(failure, c.failure);
+        EXPECT_EQ(failure, expected);
         EXPECT_LT(use.seconds / honestSeconds, maximumTimesHonest);
-        EXPECT_LT(use.memory, memoryAlways + memoryTimesFile * c.content.size());
+        EXPECT_LT(use.memory, memoryAlways + memoryTimesFile * content.size());
     }
 }
 

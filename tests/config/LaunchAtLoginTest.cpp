@@ -18,11 +18,7 @@ TEST(LaunchAtLogin, removalIsOfferedOnlyWhenEnabled) {
 TEST(LaunchAtLogin, messageFollowsTheResultAndTheNewStatus) {
     const Result<void> noSpace = std::unexpected(Error{"/a: No space left on device"});
     const std::string failed = "! Failed to update startup registration: ";
-    struct Case {
-        Result<void> result;
-        StartupRegistrationStatus status;
-        std::string message;
-    };
+    using Case = std::tuple<Result<void>, StartupRegistrationStatus, std::string>;
     for (const auto& [result, status, message] : {
              Case{{}, enabled, "Enabled launch at login"},
              Case{{}, notRegistered, "Disabled launch at login"},

@@ -57,14 +57,12 @@ TEST_F(ExcelIntegrationTest, recognizesWorkbooksByTheirExtension) {
         EXPECT_EQ(excelWorkbookOf("'~/" + name + "'"), home.path(name));
         EXPECT_EQ(excelWorkbookOf(item(" ~/" + name)), home.path(name));
     }
-    for (const std::string name : {".xlsx", "xlsx", "a.xlsx.csv", "a.xlsxx", "a.xlt"})
+    for (const std::string name : {".xlsx", "xlsx", "a.xlsx.csv", "a.xlsxx", "a.xlt"}) {
         home.write(name, "");
-    for (const std::string text :
-         {"~/.xlsx", "~/xlsx", "~/a.xlsx.csv", "~/a.xlsxx", "~/a.xlt", "~/missing.xlsx"}) {
-        EXPECT_EQ(excelWorkbookOf(text), std::nullopt) << text;
-        EXPECT_EQ(excelWorkbookOf(item(text)), std::nullopt) << text;
+        EXPECT_EQ(excelWorkbookOf("~/" + name), std::nullopt) << name;
     }
-    EXPECT_EQ(excelWorkbookOf("~/folder.xlsx"), std::nullopt) << "a directory";
+    for (const char* path : {"~/missing.xlsx", "~/folder.xlsx"})
+        EXPECT_EQ(excelWorkbookOf(path), std::nullopt) << path;
     EXPECT_EQ(excelWorkbookOf(item("\"" + workbook + "\"")), std::nullopt) << "no quotes around a command";
 }
 

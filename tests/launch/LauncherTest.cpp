@@ -39,10 +39,8 @@ TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
     const std::string web = "https://example.org/";
     const std::string inApp = "specific browser; openURLWithApplication " + web + " ";
     const std::string missing = "! Command not found: ";
-    struct Case {
-        std::string command, params, outcome;
-    };
-    for (const Case& c : {
+    using Case = std::tuple<std::string, std::string, std::string>;
+    for (const auto& [command, params, outcome] : {
              Case{app, web, inApp + app},
              Case{" ~/Browser.app\n", "\tHTTPS://example.org/ ",
                   "specific browser; openURLWithApplication HTTPS://example.org/ " + app},
@@ -75,8 +73,7 @@ TEST_F(LauncherTest, launchesByTheFirstRuleThatApplies) {
              Case{"tool", "a \"b", "! Params contains an unterminated quote"},
              Case{"no-such-tool", "\"", missing + "no-such-tool"},
          }) {
-        SCOPED_TRACE(c.command + " | " + c.params);
-        EXPECT_EQ(launch(c.command, c.params), c.outcome);
+        EXPECT_EQ(launch(command, params), outcome) << command << " | " << params;
     }
     EXPECT_TRUE(log.empty());
 }

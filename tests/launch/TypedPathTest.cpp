@@ -22,11 +22,9 @@ TEST(TypedPath, isTheExistingPathInTheText) {
     const std::filesystem::path before = std::filesystem::current_path();
     std::filesystem::current_path(home.path());
 
-    struct Case {
-        std::string text, path, file, directory;
-    };
+    using Case = std::array<std::string, 4>;
     const std::string notes = home.path("notes.txt");
-    for (const Case& c : {
+    for (const auto& [text, path, file, directory] : {
              Case{"~/notes.txt", notes, notes, home.path()},
              Case{" \n\"" + notes + "\"\t", notes, notes, home.path()},
              Case{"'~/notes.txt'", notes, notes, home.path()},
@@ -52,10 +50,10 @@ TEST(TypedPath, isTheExistingPathInTheText) {
              Case{notes + std::string("\0x", 2), "", "", ""},
              Case{std::string(1000000, '/'), "", "", ""},
          }) {
-        SCOPED_TRACE(c.text.substr(0, 100));
-        EXPECT_EQ(typedPathOf(c.text).value_or(""), c.path);
-        EXPECT_EQ(typedPathFileOf(c.text).value_or(""), c.file);
-        EXPECT_EQ(typedPathDirectoryOf(c.text).value_or(""), c.directory);
+        SCOPED_TRACE(text.substr(0, 100));
+        EXPECT_EQ(typedPathOf(text).value_or(""), path);
+        EXPECT_EQ(typedPathFileOf(text).value_or(""), file);
+        EXPECT_EQ(typedPathDirectoryOf(text).value_or(""), directory);
     }
     std::filesystem::current_path(before);
 }

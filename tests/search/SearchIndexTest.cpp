@@ -129,10 +129,7 @@ TEST(SearchIndex, matchesThePlainSearchForRandomQueriesAlsoWhileTheyAreTyped) {
 
 TEST(SearchIndex, findsItemsThatAnEarlierTextDidNotFind) {
     std::vector<Fields> items(20, Fields{"z", "z", "", ""});
-    struct Case {
-        const char *earlier, *text, *item;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
         {"caf e", "caf e\u0301", "caf é"},
         {"か", "か\u3099", "が"},
         {"わ", "わ\u3099", "ヷ"},
@@ -143,13 +140,11 @@ TEST(SearchIndex, findsItemsThatAnEarlierTextDidNotFind) {
         {"ab", "b", "b"},
         {"ab c", "a bc", "bc a"},
     };
-    for (const Case& each : cases) {
-        items[7][0] = each.item;
+    for (const auto& [earlier, text, item] : cases) {
+        items[7][0] = item;
         const SearchIndex index = *makeSearchIndex(listOf(items), 3);
-        const Indexes earlier = index.matches(each.earlier);
-        EXPECT_EQ(earlier, Indexes{}) << each.earlier;
-        EXPECT_EQ(index.matches(each.text, {.searchText = each.earlier, .found = earlier}), Indexes{7})
-            << each.text;
+        EXPECT_EQ(index.matches(earlier), Indexes{}) << earlier;
+        EXPECT_EQ(index.matches(text, {.searchText = earlier, .found = {}}), Indexes{7}) << text;
     }
 }
 
