@@ -3,30 +3,15 @@
 #include <sys/wait.h>
 
 #include <chrono>
-#include <cstdint>
-#include <sstream>
+#include <regex>
 #include <thread>
 
 namespace kavendra {
 
-int sessionOfProcess(const std::string& text) {
-    // The second field is the program's name in parentheses, which may contain any character.
-    std::istringstream fields(text.substr(text.rfind(')') + 1));
-    char state = '?';
-    int parent = 0, processGroup = 0, session = 0;
-    fields >> state >> parent >> processGroup >> session;
-    return session;
-}
-
-bool handlesSignalsByDefault(const std::string& text) {
-    constexpr std::uint64_t standardSignals = (std::uint64_t{1} << 31U) - 1;
-    for (const std::string field : {"SigBlk:", "SigIgn:"}) {
-        const std::size_t position = text.find(field);
-        if (position == std::string::npos ||
-            std::stoull(text.substr(position + field.size()), nullptr, 16) & standardSignals)
-            return false;
-    }
-    return true;
+bool isDetached(const std::string& status) {
+    static const std::regex pattern("NSpid:\t(.*)\nNSpgid:.*\nNSsid:\t\\1\n[^]*"
+                                    "SigBlk:\t.{8}[08]0{7}\nSigIgn:\t.{8}[08]0{7}\n");
+    return std::regex_search(status, pattern);
 }
 
 bool hasZombieChild() {

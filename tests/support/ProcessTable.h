@@ -6,12 +6,9 @@
 /// Information about processes from /proc (proc(5)).
 namespace kavendra {
 
-/// Returns the session of a process from the text of its /proc/PID/stat file.
-int sessionOfProcess(const std::string& text);
-
-/// Whether a process blocks and ignores no standard signal, from the text of its /proc/PID/status file. The C
-/// library uses the signals after the standard ones itself.
-bool handlesSignalsByDefault(const std::string& text);
+/// Whether a process leads a session of its own and neither blocks nor ignores a standard signal (1 to 31),
+/// from the text of its /proc/PID/status file. The C library itself uses the two signals after those.
+bool isDetached(const std::string& status);
 
 /// Whether a child of this process has ended and was not reaped.
 bool hasZombieChild();

@@ -71,33 +71,23 @@ extern "C" {
         return next arguments;                                                                               \
     }
 
-// The mode exists only for some flags, but a register is passed in any case.
-#define DELAYED_OPEN(name)                                                                                   \
-    int name(const char* path, int flags, ...) {                                                             \
+// As DELAYED, for open and openat. The mode exists only for some flags, but a register is passed in any case.
+#define DELAYED_OPEN(name, parameters, place, ...)                                                           \
+    int name parameters {                                                                                    \
         static const auto next = original(&name, #name);                                                     \
         va_list rest;                                                                                        \
         va_start(rest, flags);                                                                               \
         const mode_t mode = va_arg(rest, mode_t);                                                            \
         va_end(rest);                                                                                        \
-        delay(path);                                                                                         \
-        return next(path, flags, mode);                                                                      \
+        delay place;                                                                                         \
+        return next(__VA_ARGS__, flags, mode);                                                               \
     }
 
-#define DELAYED_OPENAT(name)                                                                                 \
-    int name(int descriptor, const char* path, int flags, ...) {                                             \
-        static const auto next = original(&name, #name);                                                     \
-        va_list rest;                                                                                        \
-        va_start(rest, flags);                                                                               \
-        const mode_t mode = va_arg(rest, mode_t);                                                            \
-        va_end(rest);                                                                                        \
-        delay(descriptor, path);                                                                             \
-        return next(descriptor, path, flags, mode);                                                          \
-    }
-
-DELAYED_OPEN(open)
-DELAYED_OPEN(open64)
-DELAYED_OPENAT(openat)
-DELAYED_OPENAT(openat64)
+DELAYED_OPEN(open, (const char* path, int flags, ...), (path), path)
+DELAYED_OPEN(open64, (const char* path, int flags, ...), (path), path)
+DELAYED_OPEN(openat, (int descriptor, const char* path, int flags, ...), (descriptor, path), descriptor, path)
+DELAYED_OPEN(openat64, (int descriptor, const char* path, int flags, ...), (descriptor, path), descriptor,
+             path)
 DELAYED(FILE*, fopen, (const char* path, const char* mode), (path), (path, mode))
 DELAYED(FILE*, fopen64, (const char* path, const char* mode), (path), (path, mode))
 DELAYED(DIR*, opendir, (const char* path), (path), (path))

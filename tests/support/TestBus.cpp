@@ -62,14 +62,12 @@ struct TestService::State {
     Description description;
     Manner manner;
     GMainContext* context = g_main_context_new();
-    GMainLoop* loop = g_main_loop_new(context, FALSE);
     GObjectHandle<GDBusConnection> connection;
-    std::string interfaceName;
     std::mutex mutex;
     std::string answer;
     std::vector<std::string> calls;
     std::vector<GDBusMethodInvocation*> held; ///< calls that a hanging service has not answered
-    std::thread thread;
+    std::jthread thread;
 
     void provide();
     void take(GVariant* parameters, GDBusMethodInvocation* invocation);
@@ -90,8 +88,9 @@ void TestService::State::take(GVariant* parameters, GDBusMethodInvocation* invoc
 }
 
 void TestService::State::provide() {
-    GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(description.interface, nullptr);
-    interfaceName = node->interfaces[0]->name;
+    const std::string xml = std::string("<node><interface name='") + description.interface + "'>" +
+                            description.members + "</interface></node>";
+    GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(xml.c_str(), nullptr);
     const auto take = [](GDBusConnection*, const char*, const char*, const char*, const char*,
                          GVariant* parameters, GDBusMethodInvocation* invocation,
                          gpointer state) { static_cast<State*>(state)->take(parameters, invocation); };
@@ -113,26 +112,19 @@ TestService::TestService(const TestBus& bus, const Description& description, Man
     m_state->answer = answer;
     m_state->connection = bus.connect();
     m_state->provide();
-    m_state->thread = std::thread([loop = m_state->loop] { g_main_loop_run(loop); });
+    m_state->thread = std::jthread([context = m_state->context](const std::stop_token& stop) {
+        while (!stop.stop_requested())
+            g_main_context_iteration(context, TRUE);
+    });
 }
 
 TestService::~TestService() {
-    // Quits from within the loop: g_main_loop_quit has no effect before the thread runs the loop.
-    GSource* source = g_idle_source_new();
-    g_source_set_callback(
-        source,
-        [](gpointer loop) -> gboolean {
-            g_main_loop_quit(static_cast<GMainLoop*>(loop));
-            return G_SOURCE_REMOVE;
-        },
-        m_state->loop, nullptr);
-    g_source_attach(source, m_state->context);
-    g_source_unref(source);
+    m_state->thread.request_stop();
+    g_main_context_wakeup(m_state->context);
     m_state->thread.join();
     for (GDBusMethodInvocation* call : m_state->held)
         g_object_unref(call);
     g_dbus_connection_close_sync(m_state->connection.get(), nullptr, nullptr);
-    g_main_loop_unref(m_state->loop);
     g_main_context_unref(m_state->context);
 }
 
@@ -154,7 +146,7 @@ void TestService::answerHeldCalls() {
 
 void TestService::sendSignal(const char* name, const std::string& parameters) {
     g_dbus_connection_emit_signal(m_state->connection.get(), nullptr, m_state->description.path,
-                                  m_state->interfaceName.c_str(), name,
+                                  m_state->description.interface, name,
                                   g_variant_new_parsed(parameters.c_str()), nullptr);
 }
 

@@ -36,7 +36,8 @@ public:
     struct Description {
         const char* name;
         const char* path;
-        const char* interface; ///< the XML of a node with one interface
+        const char* interface;
+        const char* members; ///< the XML of the methods and signals
     };
     enum class Manner {
         obliging,

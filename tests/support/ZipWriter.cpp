@@ -14,10 +14,24 @@ constexpr std::uint16_t stored = 0, deflated = 8;
 constexpr std::uint32_t date = 0x5A210000; // 2025-01-01
 constexpr std::size_t fieldsWithoutZip64 = 0xFFFF;
 
-template <typename Number>
-void append(std::string& bytes, Number number) {
-    for (std::size_t byte = 0; byte < sizeof number; ++byte)
-        bytes += static_cast<char>(number >> (8 * byte));
+/// Returns the numbers as the format has them: one after the other, little-endian.
+template <typename... Numbers>
+std::string fields(Numbers... numbers) {
+    std::string bytes;
+    const auto append = [&bytes](auto number) {
+        for (std::size_t byte = 0; byte < sizeof number; ++byte)
+            bytes += static_cast<char>(number >> (8 * byte));
+    };
+    (append(numbers), ...);
+    return bytes;
+}
+
+std::uint16_t half(std::size_t number) {
+    return static_cast<std::uint16_t>(number);
+}
+
+std::uint32_t word(std::size_t number) {
+    return static_cast<std::uint32_t>(number);
 }
 
 /// Returns the text as deflate blocks that end at a byte boundary; with Z_FINISH the last block ends the
@@ -46,19 +60,13 @@ std::string packed(const ZipEntry& entry) {
 
 /// Returns the fields that both headers of an entry have.
 std::string commonFields(const ZipEntry& entry, std::size_t packedSize) {
-    std::string bytes;
-    append(bytes, std::uint16_t{20}); // version needed to extract
-    append(bytes, entry.flags);
-    append(bytes, entry.method.value_or(entry.isStored ? stored : deflated));
-    append(bytes, date);
     const auto* content = reinterpret_cast<const Bytef*>(entry.content.data());
-    append(bytes, entry.checksum.value_or(static_cast<std::uint32_t>(
-                      crc32(0, content, static_cast<uInt>(entry.content.size())))));
-    append(bytes, static_cast<std::uint32_t>(packedSize));
-    append(bytes, entry.size.value_or(static_cast<std::uint32_t>(entry.content.size())));
-    append(bytes, static_cast<std::uint16_t>(entry.name.size()));
-    append(bytes, std::uint16_t{0}); // extra fields
-    return bytes;
+    const std::size_t checksum = crc32(0, content, static_cast<uInt>(entry.content.size()));
+    return fields(half(20), entry.flags, // version needed to extract
+                  entry.method.value_or(entry.isStored ? stored : deflated), date,
+                  entry.checksum.value_or(word(checksum)), word(packedSize),
+                  entry.size.value_or(word(entry.content.size())), half(entry.name.size()),
+                  half(0)); // extra fields
 }
 
 std::string localEntry(const ZipEntry& entry, const std::string& data) {
@@ -66,29 +74,16 @@ std::string localEntry(const ZipEntry& entry, const std::string& data) {
 }
 
 std::string listedEntry(const ZipEntry& entry, std::size_t packedSize, std::size_t offset) {
-    std::string bytes = "PK\1\2";
-    append(bytes, std::uint16_t{20}); // version made by
-    bytes += commonFields(entry, packedSize);
-    bytes += std::string(10, '\0'); // comment, disk, attributes
-    append(bytes, static_cast<std::uint32_t>(offset));
-    return bytes + entry.name;
+    const std::string commentDiskAndAttributes(10, '\0');
+    return "PK\1\2" + fields(half(20)) + commonFields(entry, packedSize) + commentDiskAndAttributes +
+           fields(word(offset)) + entry.name;
 }
 
 /// Returns the records of the zip64 extension with the number of entries.
-std::string zip64EndRecords(std::size_t count, std::size_t listSize, std::size_t listOffset) {
-    std::string bytes = "PK\6\6";
-    append(bytes, std::uint64_t{44}); // the rest of this record
-    append(bytes, std::uint32_t{45U << 16 | 45U});
-    append(bytes, std::uint64_t{0}); // disks
-    append(bytes, std::uint64_t{count});
-    append(bytes, std::uint64_t{count});
-    append(bytes, std::uint64_t{listSize});
-    append(bytes, std::uint64_t{listOffset});
-    bytes += "PK\6\7";
-    append(bytes, std::uint32_t{0});
-    append(bytes, std::uint64_t{listOffset + listSize});
-    append(bytes, std::uint32_t{1});
-    return bytes;
+std::string zip64EndRecords(std::uint64_t count, std::uint64_t listSize, std::uint64_t listOffset) {
+    constexpr std::uint64_t restOfRecord = 44, disks = 0;
+    return "PK\6\6" + fields(restOfRecord, word(45U << 16 | 45U), disks, count, count, listSize, listOffset) +
+           "PK\6\7" + fields(word(0), listOffset + listSize, word(1));
 }
 
 } // namespace
@@ -110,18 +105,9 @@ std::string zipListedEntry(const ZipEntry& entry, std::size_t offset) {
 }
 
 std::string zipEndRecord(std::size_t count, std::size_t listSize, std::size_t listOffset) {
-    std::string bytes;
-    if (count >= fieldsWithoutZip64)
-        bytes = zip64EndRecords(count, listSize, listOffset);
-    const auto shownCount = static_cast<std::uint16_t>(std::min(count, fieldsWithoutZip64));
-    bytes += "PK\5\6";
-    append(bytes, std::uint32_t{0}); // disks
-    append(bytes, shownCount);
-    append(bytes, shownCount);
-    append(bytes, static_cast<std::uint32_t>(listSize));
-    append(bytes, static_cast<std::uint32_t>(listOffset));
-    append(bytes, std::uint16_t{0}); // comment
-    return bytes;
+    const std::uint16_t shownCount = half(std::min(count, fieldsWithoutZip64));
+    return (count >= fieldsWithoutZip64 ? zip64EndRecords(count, listSize, listOffset) : "") + "PK\5\6" +
+           fields(word(0), shownCount, shownCount, word(listSize), word(listOffset), half(0));
 }
 
 std::string makeZip(const std::vector<ZipEntry>& entries) {

@@ -2,7 +2,7 @@
 # make-test-desktop.sh DIRECTORY: makes a test desktop in an existing directory.
 #
 # Its applications only record their start: each appends its name and arguments, separated by tabs, as one line to
-# DIRECTORY/record, and copies its /proc files (proc(5)) to record.environ, record.stat and record.status. The
+# DIRECTORY/record, and copies its /proc files (proc(5)) to record.environ and record.status. The
 # environment variables that make GIO use this desktop, and no session bus, are in DIRECTORY/environment:
 #
 #     while read -r variable; do export "$variable"; done < DIRECTORY/environment
@@ -20,13 +20,9 @@ cat > "$directory/bin/record" <<'END'
 #!/bin/sh
 record=${0%/*}/../record
 # Uses builtins only, because the shell blocks signals while it starts another program.
-copy() {
-    while IFS= read -r line; do
-        printf '%s\n' "$line"
-    done < "/proc/$$/$1" > "$record.$1"
-}
-copy stat
-copy status
+while read -r line; do
+    printf '%s\n' "$line"
+done < "/proc/$$/status" > "$record.status"
 cat /proc/$$/environ > "$record.environ"
 line=$1
 shift

@@ -24,20 +24,12 @@ using Clock = std::chrono::steady_clock;
 using Manner = TestService::Manner;
 
 constexpr TestService::Description settingsPortal{
-    .name = "org.freedesktop.portal.Desktop", .path = "/org/freedesktop/portal/desktop", .interface = R"(
-<node>
-  <interface name='org.freedesktop.portal.Settings'>
-    <method name='ReadAll'>
-      <arg type='as' name='namespaces' direction='in'/>
-      <arg type='a{sa{sv}}' name='value' direction='out'/>
-    </method>
-    <signal name='SettingChanged'>
-      <arg type='s' name='namespace'/>
-      <arg type='s' name='key'/>
-      <arg type='v' name='value'/>
-    </signal>
-  </interface>
-</node>)"};
+    .name = "org.freedesktop.portal.Desktop",
+    .path = "/org/freedesktop/portal/desktop",
+    .interface = "org.freedesktop.portal.Settings",
+    .members = "<method name='ReadAll'><arg type='as' direction='in'/><arg type='a{sa{sv}}' "
+               "direction='out'/></method>"
+               "<signal name='SettingChanged'><arg type='s'/><arg type='s'/><arg type='v'/></signal>"};
 
 /// Returns the answer of ReadAll with one setting.
 std::string answerWith(const std::string& key, const std::string& value,

@@ -26,28 +26,40 @@ bool startProgramOf(const std::string& entryPath) {
     return application && g_app_info_launch(G_APP_INFO(application.get()), nullptr, nullptr, nullptr);
 }
 
+class AutostartEntry : public testing::Test {
+protected:
+    /// Call it only in tests without GIO's applications, because GIO reads the variable once.
+    void useConfigurationHome() const { setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1); }
+
+    TemporaryDirectory directory;
+    Processes processes{{}};
+    HoldingExecutor executor;
+    FreedesktopDesktop desktop{processes, executor};
+    const std::string entry = "autostart/" KAVENDRA_APPLICATION_ID ".desktop";
+    const std::string start = "[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\n";
+};
+
 } // namespace
 
-TEST(AutostartEntry, isValidAndStartsTheProgramForEveryPath) {
+TEST_F(AutostartEntry, isValidAndStartsTheProgramForEveryPath) {
     for (const char* name : {"plain", "a b", "quo\"te", "apo'strophe", "back\\slash", "dollar$HOME",
                              "tick`id`", "per%cent %f %%", "semi;colon & <angles>", "equal=sign",
                              "all \"$=%`\\", " leading", "日本", "#hash*?(~|)", "\\n\\s\\\\"}) {
-        const TemporaryDirectory directory;
-        const auto entry =
+        std::filesystem::remove(directory.path("started"));
+        const auto content =
             autostartEntry(directory.writeProgram(name, "#!/bin/sh\n: > \"${0%/*}/started\"\n"));
-        ASSERT_TRUE(entry) << name;
-        const std::string path = directory.write("kavendra.desktop", *entry);
-        EXPECT_TRUE(passesValidation(path)) << name << "\n" << *entry;
-        EXPECT_TRUE(startProgramOf(path)) << name;
-        EXPECT_TRUE(eventually([&] { return exists(directory.path("started")); })) << name << "\n" << *entry;
+        ASSERT_TRUE(content) << name;
+        SCOPED_TRACE(*content);
+        const std::string path = directory.write("kavendra.desktop", *content);
+        EXPECT_TRUE(passesValidation(path));
+        EXPECT_TRUE(startProgramOf(path));
+        EXPECT_TRUE(eventually([&] { return exists(directory.path("started")); }));
     }
     EXPECT_FALSE(autostartEntry("/a\tb/kavendra")) << "a control character";
     EXPECT_FALSE(autostartEntry("/\xff/kavendra")) << "not UTF-8";
 }
 
-TEST(AutostartEntry, statusFollowsTheKeysOfTheEntry) {
-    const TemporaryDirectory directory;
-    const std::string start = "[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\n";
+TEST_F(AutostartEntry, statusFollowsTheKeysOfTheEntry) {
     struct Case {
         const char* name;
         std::string content;
@@ -73,18 +85,13 @@ TEST(AutostartEntry, statusFollowsTheKeysOfTheEntry) {
         EXPECT_EQ(autostartStatus(directory.write("kavendra.desktop", start), executable), notFound);
 }
 
-TEST(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
-    const TemporaryDirectory directory;
-    setenv("XDG_CONFIG_HOME", directory.path("config").c_str(), 1);
-    Processes processes({});
-    HoldingExecutor executor;
-    FreedesktopDesktop desktop(processes, executor);
+TEST_F(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
+    useConfigurationHome();
     EXPECT_EQ(desktop.launchAtLoginStatus(), notRegistered);
     EXPECT_TRUE(desktop.disableLaunchAtLogin());
     EXPECT_TRUE(desktop.enableLaunchAtLogin());
     EXPECT_EQ(desktop.launchAtLoginStatus(), enabled);
 
-    const std::string entry = "config/autostart/" KAVENDRA_APPLICATION_ID ".desktop";
     directory.write(entry, directory.read(entry) + "Hidden=true\n");
     EXPECT_EQ(desktop.launchAtLoginStatus(), requiresApproval);
     EXPECT_TRUE(desktop.enableLaunchAtLogin());
@@ -93,14 +100,15 @@ TEST(AutostartEntry, isWrittenEnabledAndRemovedByTheDesktop) {
 
     EXPECT_TRUE(desktop.disableLaunchAtLogin());
     EXPECT_EQ(desktop.launchAtLoginStatus(), notRegistered);
-    std::filesystem::remove(directory.path("config/autostart"));
-    directory.write("config/autostart", "a file");
+    std::filesystem::remove(directory.path("autostart"));
+    directory.write("autostart", "a file");
     EXPECT_EQ(desktop.enableLaunchAtLogin().error().description,
-              directory.path("config/autostart") + ": Not a directory");
+              directory.path("autostart") + ": Not a directory");
     EXPECT_FALSE(desktop.disableLaunchAtLogin());
 }
 
-TEST(AutostartEntry, replacesAnEntryUnderAnOldName) {
+TEST_F(AutostartEntry, replacesAnEntryUnderAnOldName) {
+    useConfigurationHome();
     struct Case {
         const char* name;
         const char* oldKeys;
@@ -112,20 +120,14 @@ TEST(AutostartEntry, replacesAnEntryUnderAnOldName) {
              Case{"switched off", "Hidden=true\n", nullptr, requiresApproval},
              Case{"beside a new one", "", "[Desktop Entry]\nHidden=true\n", requiresApproval},
          }) {
-        const TemporaryDirectory directory;
-        setenv("XDG_CONFIG_HOME", directory.path().c_str(), 1);
-        const std::string oldEntry = directory.write(
-            "autostart/kavendra.desktop",
-            std::string("[Desktop Entry]\nType=Application\nName=kavendra\nExec=kavendra\nIcon=kavendra\n") +
-                oldKeys);
+        std::filesystem::remove(directory.path(entry));
+        const std::string oldEntry =
+            directory.write("autostart/kavendra.desktop", start + "Icon=kavendra\n" + oldKeys);
         if (newEntry)
-            directory.write("autostart/" KAVENDRA_APPLICATION_ID ".desktop", newEntry);
-        Processes processes({});
-        HoldingExecutor executor;
-        FreedesktopDesktop desktop(processes, executor);
+            directory.write(entry, newEntry);
         EXPECT_EQ(desktop.launchAtLoginStatus(), expected) << name;
         EXPECT_FALSE(exists(oldEntry)) << name;
-        const std::string content = directory.read("autostart/" KAVENDRA_APPLICATION_ID ".desktop");
+        const std::string content = directory.read(entry);
         EXPECT_EQ(content.contains("Icon=" KAVENDRA_APPLICATION_ID), newEntry == nullptr) << content;
     }
 }

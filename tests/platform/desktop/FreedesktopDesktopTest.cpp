@@ -7,28 +7,24 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <fstream>
 #include <memory>
+#include <set>
+#include <sstream>
 
 namespace kavendra {
 
 namespace {
 
 constexpr TestService::Description fileManagerService{
-    .name = "org.freedesktop.FileManager1", .path = "/org/freedesktop/FileManager1", .interface = R"(
-<node>
-  <interface name='org.freedesktop.FileManager1'>
-    <method name='ShowFolders'>
-      <arg type='as' name='URIs' direction='in'/>
-      <arg type='s' name='StartupId' direction='in'/>
-    </method>
-  </interface>
-</node>)"};
+    .name = "org.freedesktop.FileManager1",
+    .path = "/org/freedesktop/FileManager1",
+    .interface = "org.freedesktop.FileManager1",
+    .members =
+        "<method name='ShowFolders'><arg type='as' direction='in'/><arg type='s' direction='in'/></method>"};
 
 /// Makes the desktop before the first test of the program, because GIO reads the environment once.
 class DesktopForAllTests : public testing::Environment {
@@ -44,14 +40,15 @@ const auto* const surroundingsOfAllTests =
 
 class FreedesktopDesktopTest : public testing::Test {
 protected:
-    void SetUp() override { surroundings.forgetRecords(); }
-
-    /// GIO gives an application a file's path even where it could take a URL.
-    std::string recordOf(const std::string& application, const std::string& argument) const {
-        return application + "\t" + argument + "\n";
+    /// Writes the desktop entry of an application and returns its path.
+    std::string writeEntry(const std::string& name, const std::string& keys) const {
+        return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\n" + keys + "\n");
     }
 
+    std::string takeRecord() const { return surroundings.takeRecord(); }
+
     TestDesktop& surroundings = *surroundingsOfAllTests->desktop;
+    const std::string recorder = "\"" + surroundings.path("bin/record") + "\" ";
     TemporaryDirectory directory;
     Processes processes{{"PATH=/usr/bin:/bin", "MARK=a = b"}};
     HoldingExecutor executor;
@@ -62,52 +59,47 @@ protected:
 
 TEST_F(FreedesktopDesktopTest, opensWithTheDefaultApplication) {
     EXPECT_TRUE(desktop.openURL("https://example.org/a%20b?c=d&e#f"));
-    EXPECT_EQ(surroundings.waitForRecord(), recordOf("browser", "https://example.org/a%20b?c=d&e#f"));
-    surroundings.forgetRecords();
+    EXPECT_EQ(takeRecord(), "browser\thttps://example.org/a%20b?c=d&e#f\n");
     EXPECT_TRUE(desktop.openFile(directory.write("50% 日本.txt", "text")));
-    EXPECT_EQ(surroundings.waitForRecord(), recordOf("editor", directory.path("50% 日本.txt")));
+    EXPECT_EQ(takeRecord(), "editor\t" + directory.path("50% 日本.txt") + "\n");
 
-    surroundings.forgetRecords();
     EXPECT_FALSE(desktop.openURL("no-such-scheme://example.org/"));
     EXPECT_FALSE(desktop.openURL(std::string("https://a\0b", 11)));
     EXPECT_FALSE(desktop.openFile(directory.write("picture.png", "\x89PNG\r\n\x1a\n")));
     EXPECT_FALSE(desktop.openFile(directory.path("missing.txt")));
-    EXPECT_EQ(surroundings.record(), "");
+    EXPECT_EQ(surroundings.read("record"), "");
 }
 
-TEST_F(FreedesktopDesktopTest, applicationGetsTheGivenEnvironmentAndItsOwnSession) {
+TEST_F(FreedesktopDesktopTest, applicationGetsOnlyTheGivenEnvironmentAndIsDetached) {
     setenv("ADDED_LATER", "1", 1);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     ASSERT_TRUE(desktop.openURL("http://example.org/"));
     std::signal(SIGXFSZ, handler);
-    ASSERT_NE(surroundings.waitForRecord(), "");
-    std::vector<std::string> environment = surroundings.environmentOfApplication();
-    // GIO adds variables with the desktop entry.
-    std::erase_if(environment, [](const std::string& entry) { return entry.starts_with("GIO_LAUNCHED_"); });
-    std::ranges::sort(environment);
-    EXPECT_EQ(environment, (std::vector<std::string>{"MARK=a = b", "PATH=/usr/bin:/bin"}));
-    EXPECT_GT(surroundings.sessionOfApplication(), 0);
-    EXPECT_NE(surroundings.sessionOfApplication(), getsid(0));
-    EXPECT_TRUE(surroundings.applicationHandlesSignalsByDefault());
+    ASSERT_NE(takeRecord(), "");
+    std::multiset<std::string> environment;
+    std::istringstream entries(surroundings.read("record.environ"));
+    for (std::string entry; std::getline(entries, entry, '\0');)
+        if (!entry.starts_with("GIO_LAUNCHED_")) // GIO adds variables with the desktop entry.
+            environment.insert(entry);
+    EXPECT_EQ(environment, (std::multiset<std::string>{"MARK=a = b", "PATH=/usr/bin:/bin"}));
+    EXPECT_TRUE(isDetached(surroundings.read("record.status"))) << surroundings.read("record.status");
     EXPECT_TRUE(eventually([] { return !hasZombieChild(); }));
 }
 
 TEST_F(FreedesktopDesktopTest, opensAnAddressWithAnApplication) {
     const std::string url = "https://example.org/";
-    for (const std::string& application : {surroundings.applicationPath("test-other-browser.desktop"),
+    for (const std::string& application : {surroundings.path("data/applications/test-other-browser.desktop"),
                                            std::string("test-other-browser.desktop")}) {
-        surroundings.forgetRecords();
         EXPECT_TRUE(desktop.isApplication(application));
         EXPECT_TRUE(desktop.openURLWithApplication(url, application));
-        EXPECT_EQ(surroundings.waitForRecord(), recordOf("other-browser", url));
+        EXPECT_EQ(takeRecord(), "other-browser\t" + url + "\n");
     }
-    surroundings.forgetRecords();
     // Applications that cannot open an address, and paths that are no application.
     std::filesystem::create_directories(directory.path("Mail.App"));
     std::filesystem::create_directories(directory.path("directory.desktop"));
     for (const auto& [path, isApplication] : std::vector<std::pair<std::string, bool>>{
              {directory.path("Mail.App"), true},
-             {surroundings.applicationPath("test-takes-no-addresses.desktop"), true},
+             {surroundings.path("data/applications/test-takes-no-addresses.desktop"), true},
              {directory.write("file.app", ""), false},
              {directory.path("missing.app"), false},
              {directory.path(), false},
@@ -122,18 +114,14 @@ TEST_F(FreedesktopDesktopTest, opensAnAddressWithAnApplication) {
         EXPECT_EQ(desktop.isApplication(path), isApplication) << path;
         EXPECT_FALSE(desktop.openURLWithApplication(url, path)) << path;
     }
-    EXPECT_EQ(surroundings.record(), "");
+    EXPECT_EQ(surroundings.read("record"), "");
 }
 
 TEST_F(FreedesktopDesktopTest, startsAnApplicationWithDocuments) {
-    const std::string program = "\"" + surroundings.path("bin/record") + "\" ";
-    const auto entry = [&](const std::string& name, const std::string& keys) {
-        return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\n" + keys + "\n");
-    };
     const std::string notes = directory.write("a b%.txt", ""), url = "ftp://example.org/a%20b";
-    const std::string any = entry("any.desktop", "Exec=" + program + "any %U"),
-                      files = entry("files.desktop", "Exec=" + program + "files %F"),
-                      none = entry("none.desktop", "Exec=" + program + "none");
+    const std::string any = writeEntry("any.desktop", "Exec=" + recorder + "any %U"),
+                      files = writeEntry("files.desktop", "Exec=" + recorder + "files %F"),
+                      none = writeEntry("none.desktop", "Exec=" + recorder + "none");
     struct Case {
         std::string application;
         std::vector<std::string> documents;
@@ -149,71 +137,80 @@ TEST_F(FreedesktopDesktopTest, startsAnApplicationWithDocuments) {
              Case{any, {directory.path("missing")}, ""},
              Case{any, {"--option"}, ""},
              Case{directory.path("missing.desktop"), {}, ""},
-             Case{entry("link.desktop", "Type=Link\nURL=" + url), {}, ""},
-             Case{entry("not-installed.desktop", "Exec=true\nTryExec=/no/such/program"), {}, ""},
+             Case{writeEntry("link.desktop", "Type=Link\nURL=" + url), {}, ""},
+             Case{writeEntry("not-installed.desktop", "Exec=true\nTryExec=/no/such/program"), {}, ""},
              Case{directory.write("large.desktop", std::string(2 << 20, '\n')), {}, ""},
          }) {
         SCOPED_TRACE(c.application + testing::PrintToString(c.documents));
-        surroundings.forgetRecords();
         EXPECT_EQ(desktop.canStartApplication(c.application, c.documents), !c.record.empty());
         if (c.record.empty())
             continue;
         EXPECT_TRUE(desktop.startApplication(c.application, c.documents));
-        EXPECT_EQ(surroundings.waitForRecord(), c.record);
+        EXPECT_EQ(takeRecord(), c.record);
     }
     ASSERT_EQ(mkfifo(directory.path("pipe.desktop").c_str(), 0600), 0);
     EXPECT_FALSE(desktop.canStartApplication(directory.path("pipe.desktop"), {})) << "and does not wait";
 
     std::filesystem::create_directories(directory.path("work"));
     ASSERT_TRUE(desktop.startApplication(
-        entry("work.desktop", "Path=" + directory.path("work") + "\nExec=sh -c \"pwd > where\""), {}));
+        writeEntry("work.desktop", "Path=" + directory.path("work") + "\nExec=sh -c \"pwd > where\""), {}));
     EXPECT_TRUE(eventually([&] { return directory.read("work/where") == directory.path("work") + "\n"; }));
 }
 
 TEST_F(FreedesktopDesktopTest, startsAnApplicationThroughItsServiceElseItsProgram) {
     constexpr TestService::Description service{
-        .name = "org.example.Test-App", .path = "/org/example/Test_App", .interface = R"(
-<node>
-  <interface name='org.freedesktop.Application'>
-    <method name='Activate'><arg type='a{sv}' direction='in'/></method>
-    <method name='Open'><arg type='as' direction='in'/><arg type='a{sv}' direction='in'/></method>
-  </interface>
-</node>)"};
+        .name = "org.example.Test-App",
+        .path = "/org/example/Test_App",
+        .interface = "org.freedesktop.Application",
+        .members =
+            "<method name='Activate'><arg type='a{sv}' direction='in'/></method>"
+            "<method name='Open'><arg type='as' direction='in'/><arg type='a{sv}' direction='in'/></method>"};
     const std::string entry =
-        directory.write("org.example.Test-App.desktop",
-                        "[Desktop Entry]\nType=Application\nName=x\nDBusActivatable=true\nExec=\"" +
-                            surroundings.path("bin/record") + "\" program %U\n");
+        writeEntry("org.example.Test-App.desktop", "DBusActivatable=true\nExec=" + recorder + "program %U");
     EXPECT_TRUE(desktop.startApplication(entry, {})) << "without a bus";
-    EXPECT_EQ(surroundings.waitForRecord(), "program\n");
+    EXPECT_EQ(takeRecord(), "program\n");
     const TestBus bus;
-    surroundings.forgetRecords();
     EXPECT_TRUE(desktop.startApplication(entry, {"ftp://example.org/"})) << "without the service";
-    EXPECT_EQ(surroundings.waitForRecord(), recordOf("program", "ftp://example.org/"));
-    surroundings.forgetRecords();
+    EXPECT_EQ(takeRecord(), "program\tftp://example.org/\n");
     const TestService application(bus, service, TestService::Manner::obliging);
     EXPECT_TRUE(desktop.startApplication(entry, {}));
     EXPECT_TRUE(desktop.startApplication(entry, {"ftp://example.org/", directory.path()}));
     EXPECT_EQ(application.calls(), (std::vector<std::string>{"({},)", "(['ftp://example.org/', 'file://" +
                                                                           directory.path() + "'], {})"}));
-    EXPECT_EQ(surroundings.record(), "");
+    EXPECT_EQ(surroundings.read("record"), "");
 }
 
-TEST_F(FreedesktopDesktopTest, startsATerminalApplicationInTheChosenTerminal) {
-    const std::string entry = directory.write("tool.desktop", "[Desktop Entry]\nType=Application\nName=x\n"
-                                                              "Terminal=true\nExec=sh \"a b\" 50%% %f\n");
+TEST_F(FreedesktopDesktopTest, usesTheChosenTerminal) {
+    const std::string entry = writeEntry("tool.desktop", "Terminal=true\nExec=sh \"a b\" 50%% %f");
+    const std::string place = directory.path("-a \"b\"\n\xFF");
+    std::filesystem::create_directories(place);
     const std::string programs = directory.path("50% a=b"); // the Exec key must quote this
-    const std::string script =
-        "#!/bin/sh\nprintf '<%s>' \"${0##*/}\" \"$@\" > '" + directory.path("record") + "'\n";
+    // The terminal does not end before the test has created the file "go".
+    const std::string script = "#!/bin/sh\nwhile [ ! -e '" + directory.path("go") +
+                               "' ]; do sleep 0.05; done\npwd > '" + directory.path("place") +
+                               "'\nprintf '<%s>' \"${0##*/}\" \"$@\" > '" + directory.path("record") + "'\n";
     Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
     FreedesktopDesktop terminals(withTerminals, executor);
+    const auto records = [&](const std::string& words) {
+        directory.write("go", "");
+        const bool isRecorded = eventually([&] { return directory.read("record") == words; });
+        std::filesystem::remove(directory.path("go"));
+        std::filesystem::remove(directory.path("record"));
+        return isRecorded;
+    };
     for (const std::string words : {"<x-terminal-emulator><-e>", "<xdg-terminal-exec>"}) {
         const std::string name = words.substr(1, words.find('>') - 1);
         directory.writeProgram("50% a=b/" + name, script);
         ASSERT_TRUE(terminals.startApplication(entry, {entry}));
-        EXPECT_TRUE(eventually([&] {
-            return directory.read("record") == words + "<sh><a b><50%><" + entry + ">";
-        })) << directory.read("record");
+        EXPECT_TRUE(records(words + "<sh><a b><50%><" + entry + ">")) << name;
+        const auto terminal = terminals.openTerminal(place);
+        ASSERT_TRUE(terminal && terminal->succeeded) << name;
+        EXPECT_TRUE(records("<" + name + ">")) << name;
+        EXPECT_EQ(directory.read("place"), place + "\n");
     }
+    const auto opened = terminals.openTerminal(directory.path("missing"));
+    ASSERT_FALSE(opened);
+    EXPECT_EQ(opened.error().description, directory.path("missing") + ": No such file or directory");
 }
 
 TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
@@ -224,11 +221,8 @@ TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
     for (const std::string name : {"loginctl-test", "x-terminal-emulator", "xdg-terminal-exec"})
         directory.writeProgram("programs/" + name);
     std::ofstream(surroundings.path("config/user-dirs.dirs")) << "XDG_DOCUMENTS_DIR=\"$HOME/書類\"\n";
-    const auto entry = [&](const std::string& name, const std::string& keys) {
-        return directory.write(name, "[Desktop Entry]\nType=Application\nName=x\nExec=true\n" + keys);
-    };
-    const std::string everywhere = entry("a.desktop", ""),
-                      elsewhere = entry("b.desktop", "OnlyShowIn=KDE;\n");
+    const std::string everywhere = writeEntry("a.desktop", "Exec=true"),
+                      elsewhere = writeEntry("b.desktop", "Exec=true\nOnlyShowIn=KDE;");
     Processes withPrograms{{"PATH=" + programs}};
     FreedesktopDesktop here(withPrograms, executor);
     for (const auto& [command, expected] : std::vector<std::pair<std::string, std::string>>{
@@ -259,56 +253,29 @@ TEST_F(FreedesktopDesktopTest, findsWhatBuiltinItemsMeanHere) {
 
 TEST_F(FreedesktopDesktopTest, showsADirectoryInTheFileManagerElseWithItsDefaultApplication) {
     const std::string place = directory.path("a b");
+    const std::string opened = "files\t" + place + "\n";
     std::filesystem::create_directories(place);
-    const auto record = [&] { return surroundings.waitForRecord(); };
     EXPECT_FALSE(desktop.showDirectory(directory.path("missing")));
     EXPECT_FALSE(desktop.showDirectory(directory.write("file", "")));
     EXPECT_TRUE(desktop.showDirectory(place));
-    EXPECT_EQ(record(), recordOf("files", place)) << "without a bus";
+    EXPECT_EQ(takeRecord(), opened) << "without a bus";
 
     const TestBus bus;
-    surroundings.forgetRecords();
     EXPECT_TRUE(desktop.showDirectory(place));
-    EXPECT_EQ(record(), recordOf("files", place)) << "without a file manager";
+    EXPECT_EQ(takeRecord(), opened) << "without a file manager";
 
     using enum TestService::Manner;
     using namespace std::chrono_literals;
     for (const TestService::Manner manner : {obliging, hanging, refusing}) {
-        surroundings.forgetRecords();
         const TestService fileManager(bus, fileManagerService, manner);
         const auto begin = std::chrono::steady_clock::now();
         EXPECT_TRUE(desktop.showDirectory(place));
         EXPECT_LT(std::chrono::steady_clock::now() - begin, 20s) << "GIO itself would wait 25 s";
         EXPECT_EQ(fileManager.calls(),
                   std::vector<std::string>{"(['file://" + directory.path() + "/a%20b'], '')"});
-        EXPECT_EQ(manner == refusing ? record() : surroundings.record(),
-                  manner == refusing ? recordOf("files", place) : "");
+        EXPECT_EQ(manner == refusing ? takeRecord() : surroundings.read("record"),
+                  manner == refusing ? opened : "");
     }
-}
-
-TEST_F(FreedesktopDesktopTest, opensATerminalInTheDirectory) {
-    const std::string place = directory.path("-a \"b\"\n\xFF");
-    const std::string programs = directory.path("programs");
-    // The terminal does not end before the test has created the file "go".
-    const std::string script = "#!/bin/sh\nwhile [ ! -e '" + directory.path("go") +
-                               "' ]; do sleep 0.05; done\n{ echo \"${0##*/}\"; pwd; } > '" +
-                               directory.path("record") + "'\n";
-    std::filesystem::create_directories(place);
-    Processes withTerminals{{"PATH=" + programs + ":/usr/bin:/bin"}};
-    FreedesktopDesktop terminals(withTerminals, executor);
-    for (const std::string name : {"x-terminal-emulator", "xdg-terminal-exec"}) {
-        directory.writeProgram("programs/" + name, script);
-        std::filesystem::remove(directory.path("record"));
-        std::filesystem::remove(directory.path("go"));
-        const auto terminal = terminals.openTerminal(place);
-        ASSERT_TRUE(terminal && terminal->succeeded) << name;
-        directory.write("go", "");
-        EXPECT_TRUE(eventually([&] { return directory.read("record") == name + "\n" + place + "\n"; }))
-            << name;
-    }
-    const auto opened = terminals.openTerminal(directory.path("missing"));
-    ASSERT_FALSE(opened);
-    EXPECT_EQ(opened.error().description, directory.path("missing") + ": No such file or directory");
 }
 
 } // namespace kavendra

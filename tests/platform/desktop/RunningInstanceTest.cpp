@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <future>
 #include <string>
 #include <vector>
 
@@ -23,40 +24,24 @@ constexpr const char* interface = "org.freedesktop.Application";
 using Manner = TestService::Manner;
 
 /// Another process that owns the name.
-constexpr TestService::Description otherInstance{.name = name, .path = path, .interface = R"(
-<node>
-  <interface name='org.freedesktop.Application'>
-    <method name='Activate'><arg type='a{sv}' name='platform_data' direction='in'/></method>
-  </interface>
-</node>)"};
+constexpr TestService::Description otherInstance{
+    .name = name,
+    .path = path,
+    .interface = interface,
+    .members = "<method name='Activate'><arg type='a{sv}' direction='in'/></method>"};
 
-class Caller {
-public:
-    explicit Caller(const TestBus& bus) : m_connection(bus.connect()) {}
-
-    /// Returns whether the method succeeded. `parameters` are in GVariant's text format.
-    bool call(const char* method, const char* parameters) {
-        struct Outcome {
-            bool isDone = false, succeeded = false;
-        } outcome;
-        g_dbus_connection_call(
-            m_connection.get(), name, path, interface, method,
-            g_variant_parse(nullptr, parameters, nullptr, nullptr, nullptr), nullptr, G_DBUS_CALL_FLAGS_NONE,
-            30'000, nullptr,
-            [](GObject* source, GAsyncResult* result, gpointer outcome) {
-                const GVariantHandle reply(
-                    g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr));
-                *static_cast<Outcome*>(outcome) = {true, reply != nullptr};
-            },
-            &outcome);
-        while (!outcome.isDone)
-            g_main_context_iteration(nullptr, TRUE);
-        return outcome.succeeded;
-    }
-
-private:
-    GObjectHandle<GDBusConnection> m_connection;
-};
+/// Calls a method of the running instance, which this thread serves meanwhile. Returns whether it succeeded.
+/// `parameters` are in GVariant's text format.
+bool call(GDBusConnection* bus, const char* method, const char* parameters) {
+    auto reply = std::async(std::launch::async, [=] {
+        return GVariantHandle(g_dbus_connection_call_sync(bus, name, path, interface, method,
+                                                          g_variant_new_parsed(parameters), nullptr,
+                                                          G_DBUS_CALL_FLAGS_NONE, 30'000, nullptr, nullptr));
+    });
+    while (reply.wait_for(1ms) != std::future_status::ready)
+        g_main_context_iteration(nullptr, FALSE);
+    return reply.get() != nullptr;
+}
 
 } // namespace
 
@@ -102,12 +87,12 @@ TEST(RunningInstance, startsWithoutABusOrAnOwnerThatAccepts) {
     }
     setenv("QT_NO_GLIB", "1", 1);
     EXPECT_TRUE(becomeRunningInstance());
-    EXPECT_FALSE(Caller(bus).call("Activate", "(@a{sv} {},)")) << "no call would be answered";
+    EXPECT_FALSE(call(bus.connect().get(), "Activate", "(@a{sv} {},)")) << "no call would be answered";
 }
 
 TEST(RunningInstance, firstProcessIsActivatedUntilItEnds) {
     const TestBus bus;
-    Caller caller(bus);
+    const auto caller = bus.connect();
     const auto connection = sessionBus(); // closing the last connection would release the name
     std::vector<std::string> tokens;
     for (int start = 0; start < 2; ++start) {
@@ -115,17 +100,17 @@ TEST(RunningInstance, firstProcessIsActivatedUntilItEnds) {
         ASSERT_TRUE(instance);
         instance->onActivate = [&tokens](const std::string& token) { tokens.push_back(token); };
         tokens.clear();
-        EXPECT_TRUE(caller.call("Activate", "(@a{sv} {},)"));
-        EXPECT_TRUE(caller.call("Activate", "({'desktop-startup-id': <'old'>},)"));
-        EXPECT_TRUE(
-            caller.call("Activate", "({'desktop-startup-id': <'old'>, 'activation-token': <'new'>},)"));
-        EXPECT_TRUE(caller.call("Activate", "({'activation-token': <uint32 7>},)"));
-        EXPECT_TRUE(caller.call("Open", "(['file:///a'], {'activation-token': <'of-open'>})"));
-        EXPECT_FALSE(caller.call("ActivateAction", "('quit', @av [], @a{sv} {})"));
-        EXPECT_FALSE(caller.call("Activate", "('no data',)"));
+        EXPECT_TRUE(call(caller.get(), "Activate", "(@a{sv} {},)"));
+        EXPECT_TRUE(call(caller.get(), "Activate", "({'desktop-startup-id': <'old'>},)"));
+        EXPECT_TRUE(call(caller.get(), "Activate",
+                         "({'desktop-startup-id': <'old'>, 'activation-token': <'new'>},)"));
+        EXPECT_TRUE(call(caller.get(), "Activate", "({'activation-token': <uint32 7>},)"));
+        EXPECT_TRUE(call(caller.get(), "Open", "(['file:///a'], {'activation-token': <'of-open'>})"));
+        EXPECT_FALSE(call(caller.get(), "ActivateAction", "('quit', @av [], @a{sv} {})"));
+        EXPECT_FALSE(call(caller.get(), "Activate", "('no data',)"));
         EXPECT_EQ(tokens, (std::vector<std::string>{"", "old", "new", "", "of-open"}));
     }
-    EXPECT_FALSE(caller.call("Activate", "(@a{sv} {},)"));
+    EXPECT_FALSE(call(caller.get(), "Activate", "(@a{sv} {},)"));
     const TestService other(bus, otherInstance, Manner::obliging);
     EXPECT_FALSE(becomeRunningInstance());
     EXPECT_EQ(other.calls().size(), 1U) << "the name was free for another process";
