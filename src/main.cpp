@@ -6,7 +6,6 @@
 #include "platform/Files.h"
 #include "platform/Paths.h"
 #include "platform/ThreadExecutor.h"
-#include "platform/desktop/ActivationTokens.h"
 #include "platform/desktop/SystemDesktop.h"
 #include "ui/DisplayFailureReport.h"
 #include "ui/EnterAutoRepeatFilter.h"
@@ -41,10 +40,9 @@ constexpr int pixmapCacheLimit = 128;
 /// are for its own window.
 std::vector<std::string> programEnvironment() {
     std::vector<std::string> environment = Processes::currentEnvironment();
-    for (const ActivationTokenName& name : activationTokenNames)
-        std::erase_if(environment, [variable = std::string(name.variable) + "="](const std::string& entry) {
-            return entry.starts_with(variable);
-        });
+    std::erase_if(environment, [](const std::string& entry) {
+        return entry.starts_with("XDG_ACTIVATION_TOKEN=") || entry.starts_with("DESKTOP_STARTUP_ID=");
+    });
     return environment;
 }
 

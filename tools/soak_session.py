@@ -2,7 +2,6 @@
 """Uses kavendra on the display that DISPLAY names, samples memory and other resources, and looks for a trend.
 usage: soak_session.py PROGRAM HEAP_PROBE MINUTES   (see tools/soak)"""
 
-import json
 import os
 import random
 import shutil
@@ -54,10 +53,7 @@ class Soak(Session):
         self.heap_file = self.directory / "heap"
         (self.home / "folder").mkdir()
         (self.home / "notes.txt").write_text("notes\n")
-        self.data.mkdir()
-        # Without the built-in items: some of those start programs of the machine.
-        settings = {"dataDirectoryPath": str(self.data), "logDirectoryPath": str(self.data), "showBuiltinItems": False}
-        (self.data / "kavendra-settings.json").write_text(json.dumps(settings))
+        self.write_settings()
         shutil.copy(REPOSITORY / "tests/fixtures/libreoffice.xlsx", self.data / "_workbook.xlsx")
         write_rows(self.data, 2000)
 

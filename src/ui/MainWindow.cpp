@@ -249,8 +249,10 @@ void MainWindow::applyFonts() {
 }
 
 void MainWindow::applyColors() {
-    m_statusMessage->setPalette(secondaryTextPalette(palette()));
-    m_debugSummary->setPalette(secondaryTextPalette(palette()));
+    QPalette secondary = palette();
+    secondary.setColor(QPalette::WindowText, secondaryTextColor(palette()));
+    m_statusMessage->setPalette(secondary);
+    m_debugSummary->setPalette(secondary);
 }
 
 void MainWindow::showState() {

@@ -41,7 +41,9 @@ void TableFrame::changeEvent(QEvent* event) {
 }
 
 void TableFrame::applyColors() {
-    m_text->setPalette(secondaryTextPalette(palette()));
+    QPalette quiet = palette();
+    quiet.setColor(QPalette::WindowText, secondaryTextColor(palette()));
+    m_text->setPalette(quiet);
 }
 
 } // namespace kavendra

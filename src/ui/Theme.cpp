@@ -119,12 +119,6 @@ QColor secondaryTextColor(const QPalette& palette) {
                    hasHighContrast(palette) ? 0.15F : 0.35F);
 }
 
-QPalette secondaryTextPalette(const QPalette& palette) {
-    QPalette secondary = palette;
-    secondary.setColor(QPalette::WindowText, secondaryTextColor(palette));
-    return secondary;
-}
-
 QFont smallerFont(int steps) {
     QFont font;
     font.setPointSizeF(std::max(6.0, font.pointSizeF() - steps));

@@ -24,9 +24,6 @@ QColor separatorColor(const QPalette& palette);
 /// Text and icons of less importance, such as the status line and the column titles.
 QColor secondaryTextColor(const QPalette& palette);
 
-/// Returns the palette of a label with such text.
-QPalette secondaryTextPalette(const QPalette& palette);
-
 /// Background of the selected row: the accent colour, deeper while the table has the keyboard. Changed so far
 /// that the text on it (HighlightedText) has a contrast of at least 4.5 to 1 (WCAG 2.1, level AA).
 QColor selectedRowColor(const QPalette& palette, QPalette::ColorGroup group, bool hasKeyboard);

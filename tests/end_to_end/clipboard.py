@@ -7,7 +7,7 @@ import subprocess
 import sys
 import time
 
-from session import Atspi, cell, check, click, named, output_of, position, press, run, type_text, xdotool
+from session import cell, check, click, output_of, position, press, run, type_text, xdotool
 
 SECONDS = 3  # Qt itself waits for five at least
 # Owns the selection through which a closing program hands over the clipboard, and never takes it.
@@ -26,10 +26,6 @@ time.sleep(1000)
 """
 
 
-def field_becomes(s, what, text):
-    s.eventually(what, lambda: Atspi.Text.get_text(named("Search"), 0, -1) == text)
-
-
 def copy(s, selection, text):
     """Starts a program that owns a selection."""
     owner = s.start_helper("xclip", "-quiet", "-selection", selection, stdin=subprocess.PIPE,
@@ -43,7 +39,7 @@ def copy(s, selection, text):
 
 def clear(s):
     press("ctrl+a", "BackSpace")
-    field_becomes(s, "the field is empty", "")
+    s.field_becomes("the field is empty", "")
 
 
 def paste(s):
@@ -51,19 +47,19 @@ def paste(s):
     copy(s, "clipboard", "copied äöü 日本")
     for keys in ("ctrl+v", "shift+Insert"):
         press(keys, "x")
-        field_becomes(s, f"{keys} pastes what was copied, before what is typed next", "copied äöü 日本x")
+        s.field_becomes(f"{keys} pastes what was copied, before what is typed next", "copied äöü 日本x")
         clear(s)
     copy(s, "primary", "selected")  # now, because selecting all text of the field has replaced it
     click(position("Search"), 2)
-    field_becomes(s, "the middle button pastes what was selected", "selected")
+    s.field_becomes("the middle button pastes what was selected", "selected")
     press("ctrl+a", "Menu")
     s.choose("Paste")
-    field_becomes(s, "the menu pastes what was copied", "copied äöü 日本")
+    s.field_becomes("the menu pastes what was copied", "copied äöü 日本")
     press("ctrl+a", "ctrl+x", "ctrl+v", "ctrl+v")
-    field_becomes(s, "its own text is pasted", "copied äöü 日本" * 2)
+    s.field_becomes("its own text is pasted", "copied äöü 日本" * 2)
     copy(s, "clipboard", "12345678 " * 500_000)  # sent in pieces
     press("ctrl+a", "ctrl+v")
-    field_becomes(s, "a large text is pasted up to the size of the field", ("12345678 " * 5000)[:32767])
+    s.field_becomes("a large text is pasted up to the size of the field", ("12345678 " * 5000)[:32767])
     clear(s)
 
 
@@ -75,7 +71,7 @@ def paste_from_programs_that_hang(s):
         begin = time.monotonic()
         xdotool(*keys)
         type_text("abc")
-        field_becomes(s, f"{what} does not stop typing", "abc")
+        s.field_becomes(f"{what} does not stop typing", "abc")
         check("for long", time.monotonic() - begin < SECONDS)
         clear(s)
     begin = time.monotonic()
@@ -86,7 +82,7 @@ def paste_from_programs_that_hang(s):
     s.windows_become(1)
     type_text("abc")
     time.sleep(1)
-    field_becomes(s, "nothing is pasted late", "abc")
+    s.field_becomes("nothing is pasted late", "abc")
 
 
 def close_with_a_clipboard_manager_that_hangs(s):

@@ -4,7 +4,6 @@ program waits in the kernel. Needs the right to mount; exit status 77 means that
 usage: tools/on-virtual-desktop tests/end_to_end/dead_drive.py PROGRAM"""
 
 import ctypes
-import json
 import os
 import signal
 import struct
@@ -12,7 +11,7 @@ import sys
 import time
 from contextlib import contextmanager
 
-from session import SECONDS_TO_WAIT, Atspi, check, named, output_of, press, run, xdotool
+from session import SECONDS_TO_WAIT, check, named, output_of, press, run, xdotool
 
 SKIPPED = 77
 SECONDS_TO_END = 3  # the program gives itself one
@@ -52,12 +51,6 @@ def dead_file_system(directory):
         os.waitpid(server, 0)
 
 
-def write_settings(s, data):
-    s.data.mkdir(exist_ok=True)
-    (s.data / "kavendra-settings.json").write_text(json.dumps(
-        {"dataDirectoryPath": str(data), "logDirectoryPath": str(s.data), "showBuiltinItems": False}))
-
-
 def name_is_owned():
     return "true" in output_of("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus", "--object-path", "/",
                                "--method", "org.freedesktop.DBus.NameHasOwner", NAME)
@@ -69,10 +62,10 @@ def use_a_dead_drive(s):
     local.mkdir()
     (local / "tools.csv").write_text("Title,Command,Params,Keywords\nLocal,/,,\n")
     with dead_file_system(drive):
-        write_settings(s, drive)
+        s.write_settings(dataDirectoryPath=str(drive))
         s.start()
         s.query("typed")
-        s.eventually("keys work", lambda: Atspi.Text.get_text(named("Search"), 0, -1) == "typed")
+        s.field_becomes("keys work", "typed")
         s.eventually("the progress line is shown", lambda: named("Loading launch items"))
         check("the program owns its name on the bus", name_is_owned())
         xdotool("windowactivate", "--sync", s.window)
@@ -81,7 +74,7 @@ def use_a_dead_drive(s):
         s.eventually("the window is gone", lambda: not s.windows())
         s.eventually("the name on the bus is free", lambda: not name_is_owned())
         check("that takes about a second", time.monotonic() - begin < SECONDS_TO_END)
-        write_settings(s, local)
+        s.write_settings(dataDirectoryPath=str(local))
         first = s.process
         s.start()
         s.status_becomes("1 items | Loaded 1 items")

@@ -16,21 +16,12 @@ def example(begin):
     return re.sub("^    ", "", block, flags=re.MULTILINE)
 
 
-def install(s, name):
-    """Makes a program that only records its start."""
-    (s.programs / name).write_text(f'#!/bin/sh\nexec "{s.programs}/record" {name} "$@"\n')
-    (s.programs / name).chmod(0o755)
-
-
 def follow_the_readme(s):
-    install(s, "meld")
-    install(s, "kate")
+    for name in ("meld", "kate"):
+        s.install(name, f'exec "{s.programs}/record" {name} "$@"')
     (s.home / "Projects").mkdir()
-    s.data.mkdir(parents=True)
+    s.write_settings(**json.loads("{" + example('"searchPathActions"') + "}"))
     (s.data / "tools.csv").write_text(example("Title,Command"))
-    settings = {"dataDirectoryPath": str(s.data), "logDirectoryPath": str(s.data), "showBuiltinItems": False,
-                **json.loads("{" + example('"searchPathActions"') + "}")}
-    (s.data / "kavendra-settings.json").write_text(json.dumps(settings))
     s.start()
     s.status_becomes("6 items | Loaded 6 items")
     s.launch("wiki handbook")

@@ -1,6 +1,7 @@
 """Runs kavendra on a test desktop and operates it with keyboard and mouse, on the display that DISPLAY names."""
 
 import fnmatch
+import json
 import os
 import shutil
 import subprocess
@@ -126,6 +127,18 @@ class Session:
         self.data.mkdir(parents=True, exist_ok=True)
         (self.data / "tools.csv").write_text(f"Title,Command,Params,Keywords\n{rows}\n")
 
+    def write_settings(self, **settings):
+        """Writes the settings file. Without the built-in items, because some start programs of the machine."""
+        self.data.mkdir(parents=True, exist_ok=True)
+        (self.data / "kavendra-settings.json").write_text(json.dumps(
+            {"dataDirectoryPath": str(self.data), "logDirectoryPath": str(self.data), "showBuiltinItems": False,
+             **settings}))
+
+    def install(self, name, script):
+        """Makes a program of the test desktop, a shell script."""
+        (self.programs / name).write_text(f"#!/bin/sh\n{script}\n")
+        (self.programs / name).chmod(0o755)
+
     def start_helper(self, *command, **options):
         """Starts a program that ends with the session."""
         self.helpers.append(subprocess.Popen(command, text=True, **options))
@@ -160,9 +173,9 @@ class Session:
     def is_active(self):
         return xdotool("getactivewindow") == [self.window]
 
-    def start_again(self, what):
+    def start_again(self, what, token="token-of-the-second"):
         """Starts the program while it runs: the second process ends by itself, without an error."""
-        environment = {**os.environ, "XDG_ACTIVATION_TOKEN": "token-of-the-second"}
+        environment = {**os.environ, "XDG_ACTIVATION_TOKEN": token}
         ended = subprocess.run([self.program], timeout=SECONDS_TO_WAIT, check=False, env=environment)
         check(what, ended.returncode == 0)
 
@@ -201,11 +214,6 @@ class Session:
         press("Return")
         self.windows_become(windows_after)
 
-    def toggle_launch_at_login(self):
-        self.choose("Launch at Login", click_at=position("Settings"), windows_after=2)
-        click(position("Yes"))
-        self.windows_become(1)
-
     def windows(self):
         """The visible windows of the program, menus and dialogs included."""
         return xdotool("search", "--onlyvisible", "--pid", self.process.pid)
@@ -236,6 +244,9 @@ class Session:
 
     def status_becomes(self, text):
         self.eventually(f"the status line shows: {text}", lambda: status() == text)
+
+    def field_becomes(self, what, text):
+        self.eventually(what, lambda: Atspi.Text.get_text(named("Search"), 0, -1) == text)
 
     def focus_becomes(self, what, pattern):
         self.eventually(what, lambda: fnmatch.fnmatchcase(self.focus(), pattern))

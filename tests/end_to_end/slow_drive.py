@@ -4,13 +4,12 @@ takes longer than the test waits for anything, until the test lets the directory
 usage: tools/on-virtual-desktop tests/end_to_end/slow_drive.py PROGRAM SLOW-DIRECTORY-LIBRARY"""
 
 import itertools
-import json
 import os
 import signal
 import sys
 import time
 
-from session import SECONDS_TO_WAIT, Atspi, cell, check, click, named, position, press, run, xdotool
+from session import SECONDS_TO_WAIT, cell, check, click, named, position, press, run, xdotool
 
 SECONDS_OF_A_CALL = 3 * SECONDS_TO_WAIT
 SECONDS_TO_END = 3  # the program gives itself one
@@ -24,12 +23,6 @@ def answer(s, answers):
     """Lets the slow directory answer, or not."""
     switch = s.directory / "drive.fast"
     switch.touch() if answers else switch.unlink(missing_ok=True)
-
-
-def write_settings(s, data):
-    s.data.mkdir(exist_ok=True)
-    (s.data / "kavendra-settings.json").write_text(json.dumps(
-        {"dataDirectoryPath": str(data), "logDirectoryPath": str(s.data), "showBuiltinItems": False}))
 
 
 def write_items(where, rows):
@@ -56,14 +49,9 @@ def close(s):
     end(s, "closing the window ends the program", lambda: press("alt+F4"))
 
 
-def field_becomes(s, text):
-    s.eventually(f"the search field shows: {text}",
-                 lambda: Atspi.Text.get_text(named("Search"), 0, -1) == text)
-
-
 def query(s, text):
     s.query(text)
-    field_becomes(s, text)
+    s.field_becomes(f"the search field shows: {text}", text)
 
 
 def reload(s, places=itertools.cycle([0.2, 0.5, 0.8])):
@@ -79,7 +67,7 @@ def start_as_fast(s):
     notes = s.directory / "notes.txt"
     notes.write_text("text\n")
     write_items(directory(s), f"Notes,{notes},,one\nRemote,{directory(s)}/remote.txt,,two")
-    write_settings(s, directory(s))
+    s.write_settings(dataDirectoryPath=str(directory(s)))
 
     def seconds_of_start(answers):
         answer(s, answers)
@@ -149,10 +137,10 @@ def change_the_data_directory(s):
     answer(s, False)
     s.query("local")
     reload(s)
-    write_settings(s, local)
+    s.write_settings(dataDirectoryPath=str(local))
     reload(s)
     s.status_becomes("1 items | Loaded 1 items")
-    write_settings(s, directory(s))
+    s.write_settings(dataDirectoryPath=str(directory(s)))
     reload(s)
     s.eventually("the progress line is shown", is_loading)
     close(s)

@@ -30,23 +30,12 @@ private:
     std::unique_ptr<Wayland> m_wayland;
 };
 
-/// How a token is passed to a program: in an environment variable and in the platform data of D-Bus calls.
-struct ActivationTokenName {
-    const char* variable;
-    const char* key;
-};
-/// In order of preference. A program is given both, as GTK does: an X11 program on Wayland reads only the
-/// older.
-inline constexpr ActivationTokenName activationTokenNames[] = {{"XDG_ACTIVATION_TOKEN", "activation-token"},
-                                                               {"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
-
 /// Returns the environment variables (NAME=value) that pass a token to a program; none for an empty token.
+/// Both variables get it, as GTK does: an X11 program on Wayland reads only the older one.
 inline std::vector<std::string> environmentWithToken(const std::string& token) {
-    std::vector<std::string> variables;
-    for (const ActivationTokenName& name : activationTokenNames)
-        if (!token.empty())
-            variables.push_back(std::string(name.variable) + "=" + token);
-    return variables;
+    if (token.empty())
+        return {};
+    return {"XDG_ACTIVATION_TOKEN=" + token, "DESKTOP_STARTUP_ID=" + token};
 }
 
 } // namespace kavendra

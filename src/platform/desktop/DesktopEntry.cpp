@@ -2,7 +2,6 @@
 
 #include "platform/Files.h"
 #include "platform/Paths.h"
-#include "platform/desktop/ActivationTokens.h"
 #include "platform/desktop/KeyFile.h"
 #include "platform/desktop/SessionBus.h"
 #include "platform/desktop/Terminal.h"
@@ -17,6 +16,9 @@
 namespace kavendra {
 
 namespace {
+
+/// How long to wait for an application, which may have to be started first.
+constexpr int applicationTimeoutMilliseconds = 2000;
 
 /// Gives a new process its own session and default signal handling, as Processes does. Runs in the new
 /// process before exec: async-signal-safe functions only.
@@ -73,10 +75,14 @@ bool opensAll(GDesktopAppInfo* application, const std::vector<std::string>& uris
 
 bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& uris,
                 const std::string& token) {
-    const std::string busName = busNameOf(application);
-    const GObjectHandle<GDBusConnection> bus = busName.empty() ? nullptr : sessionBus();
+    const std::string name = busNameOf(application);
+    const GObjectHandle<GDBusConnection> bus = name.empty() ? nullptr : sessionBus();
     if (!bus)
         return false;
+    std::string objectPath = "/" + name;
+    std::ranges::replace(objectPath, '.', '/');
+    std::ranges::replace(objectPath, '-', '_');
+
     GVariantBuilder parameters;
     g_variant_builder_init(&parameters, G_VARIANT_TYPE_TUPLE);
     if (!uris.empty()) {
@@ -87,12 +93,17 @@ bool startOnBus(GDesktopAppInfo* application, const std::vector<std::string>& ur
     }
     g_variant_builder_open(&parameters, G_VARIANT_TYPE_VARDICT);
     if (!token.empty())
-        for (const ActivationTokenName& name : activationTokenNames)
-            g_variant_builder_add(&parameters, "{sv}", name.key, g_variant_new_string(token.c_str()));
+        for (const char* key : {"activation-token", "desktop-startup-id"})
+            g_variant_builder_add(&parameters, "{sv}", key, g_variant_new_string(token.c_str()));
     g_variant_builder_close(&parameters);
-    return callService(bus.get(), busName.c_str(), objectPathOf(busName).c_str(),
-                       "org.freedesktop.Application", uris.empty() ? "Activate" : "Open",
-                       g_variant_builder_end(&parameters));
+    GError* error = nullptr;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus.get(), name.c_str(), objectPath.c_str(), "org.freedesktop.Application",
+        uris.empty() ? "Activate" : "Open", g_variant_builder_end(&parameters), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, applicationTimeoutMilliseconds, nullptr, &error));
+    const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
+    g_clear_error(&error);
+    return succeeded;
 }
 
 Result<DesktopEntry> spawnableEntry(GDesktopAppInfo* application, std::string_view pathVariable) {
@@ -108,9 +119,9 @@ Result<DesktopEntry> spawnableEntry(GDesktopAppInfo* application, std::string_vi
     };
     set(G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, "false");
     if (needsTerminal) {
-        const Result<Terminal> terminal = installedTerminal(pathVariable);
+        const std::optional<Terminal> terminal = installedTerminal(pathVariable);
         if (!terminal)
-            return std::unexpected(terminal.error());
+            return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
         set(G_KEY_FILE_DESKTOP_KEY_EXEC, execLineInTerminal(*terminal, entry.get()));
         set(G_KEY_FILE_DESKTOP_KEY_TERMINAL, "false");
     }

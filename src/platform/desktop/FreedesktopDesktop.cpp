@@ -23,6 +23,9 @@ namespace kavendra {
 
 namespace {
 
+/// How long to wait for a file manager, which may have to be started first.
+constexpr int fileManagerTimeoutMilliseconds = 2000;
+
 /// How long to wait for the owner of a clipboard.
 constexpr std::chrono::seconds clipboardTimeLimit{1};
 /// How long to wait for it on the window's thread, so that what is typed next comes after the pasted text.
@@ -66,15 +69,21 @@ GObjectHandle<GAppInfo> defaultApplication(const std::string& uri) {
 }
 
 /// Calls ShowFolders of org.freedesktop.FileManager1 (freedesktop.org, "File Manager DBus Interface"); `uri`
-/// is a file URL, `token` may be empty. Returns what callService does; false when there is no bus.
+/// is a file URL, `token` may be empty. Returns false when the session has no such service or it refused. No
+/// answer in time counts as success: the file manager may still be starting.
 bool showInFileManager(const std::string& uri, const std::string& token) {
     const GObjectHandle<GDBusConnection> bus = sessionBus();
     if (!bus)
         return false;
     const char* const uris[] = {uri.c_str(), nullptr};
-    return callService(bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
-                       "org.freedesktop.FileManager1", "ShowFolders",
-                       g_variant_new("(^ass)", uris, token.c_str()));
+    GError* error = nullptr;
+    const GVariantHandle reply(g_dbus_connection_call_sync(
+        bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+        "org.freedesktop.FileManager1", "ShowFolders", g_variant_new("(^ass)", uris, token.c_str()), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, fileManagerTimeoutMilliseconds, nullptr, &error));
+    const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
+    g_clear_error(&error);
+    return succeeded;
 }
 
 } // namespace
@@ -170,9 +179,9 @@ Result<void> FreedesktopDesktop::showDirectory(const std::string& path) {
 }
 
 Result<ProgramOutcome> FreedesktopDesktop::openTerminal(const std::string& directory) {
-    const Result<Terminal> terminal = installedTerminal(m_processes.variable("PATH"));
+    const std::optional<Terminal> terminal = installedTerminal(m_processes.variable("PATH"));
     if (!terminal)
-        return std::unexpected(terminal.error());
+        return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
     if (auto started = m_processes.start(terminal->executable, {}, directory, activationEnvironment());
         !started)
         return std::unexpected(std::move(started.error()));

@@ -1,6 +1,5 @@
 #include "platform/desktop/SessionBus.h"
 
-#include <algorithm>
 #include <condition_variable>
 #include <cstdlib>
 #include <mutex>
@@ -48,24 +47,6 @@ GObjectHandle<GDBusConnection> sessionBus(std::chrono::milliseconds timeLimit) {
 
 void giveUpSessionBus() {
     setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-}
-
-std::string objectPathOf(std::string busName) {
-    std::ranges::replace(busName, '.', '/');
-    std::ranges::replace(busName, '-', '_');
-    return "/" + busName;
-}
-
-bool callService(GDBusConnection* bus, const char* name, const char* path, const char* interface,
-                 const char* method, GVariant* parameters) {
-    constexpr int timeoutMilliseconds = 2000;
-    GError* error = nullptr;
-    const GVariantHandle reply(g_dbus_connection_call_sync(bus, name, path, interface, method, parameters,
-                                                           nullptr, G_DBUS_CALL_FLAGS_NONE,
-                                                           timeoutMilliseconds, nullptr, &error));
-    const bool succeeded = reply || g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT);
-    g_clear_error(&error);
-    return succeeded;
 }
 
 } // namespace kavendra

@@ -3,7 +3,6 @@
 #include "platform/desktop/GLibHandles.h"
 
 #include <chrono>
-#include <string>
 
 namespace kavendra {
 
@@ -17,15 +16,5 @@ GObjectHandle<GDBusConnection> sessionBus(std::chrono::milliseconds timeLimit = 
 /// Disables the session bus for this process, also for Qt, so that nothing waits again for a bus that does
 /// not answer. Existing connections stay. Changes the environment: call before other threads read it.
 void giveUpSessionBus();
-
-/// Returns the path of the object that the application with a bus name exports: the name with slashes
-/// (Desktop Entry Specification, "D-Bus Activation").
-std::string objectPathOf(std::string busName);
-
-/// Calls a method of a service, which may have to be started first; `parameters` is floating. Returns false
-/// when there is no such service or it refused. No answer within two seconds counts as success: it may still
-/// be starting.
-bool callService(GDBusConnection* bus, const char* name, const char* path, const char* interface,
-                 const char* method, GVariant* parameters);
 
 } // namespace kavendra

@@ -3,7 +3,6 @@
 #include "platform/ExecutableSearch.h"
 
 #include <array>
-#include <cerrno>
 
 namespace kavendra {
 
@@ -29,12 +28,12 @@ constexpr std::array knownTerminals{
 
 } // namespace
 
-Result<Terminal> installedTerminal(std::string_view pathVariable) {
+std::optional<Terminal> installedTerminal(std::string_view pathVariable) {
     for (const auto& [name, commandOption] : knownTerminals)
         if (auto executable = resolveExecutable(name, pathVariable))
             return Terminal{.executable = std::move(*executable),
                             .commandOption = std::string(commandOption)};
-    return systemFailure("xdg-terminal-exec, x-terminal-emulator", ENOENT);
+    return std::nullopt;
 }
 
 } // namespace kavendra

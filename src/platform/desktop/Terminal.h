@@ -1,7 +1,6 @@
 #pragma once
 
-#include "base/Result.h"
-
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,8 +14,8 @@ struct Terminal {
 };
 
 /// Returns the terminal that the user or the distribution has chosen (xdg-terminal-exec, the freedesktop.org
-/// proposal, else Debian's x-terminal-emulator), else the first known one that is installed. Fails when there
-/// is none. `pathVariable` is a value of $PATH.
-Result<Terminal> installedTerminal(std::string_view pathVariable);
+/// proposal, else Debian's x-terminal-emulator), else the first known one that is installed. `pathVariable`
+/// is a value of $PATH.
+std::optional<Terminal> installedTerminal(std::string_view pathVariable);
 
 } // namespace kavendra

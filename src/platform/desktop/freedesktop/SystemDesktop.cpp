@@ -1,10 +1,10 @@
 #include "platform/desktop/SystemDesktop.h"
 
-#include "platform/desktop/ActivationTokens.h"
 #include "platform/desktop/FreedesktopDesktop.h"
 #include "platform/desktop/SessionBus.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <optional>
@@ -38,17 +38,34 @@ constexpr const char* interfaceDescription = R"(
 
 using Clock = std::chrono::steady_clock;
 
+/// Returns the path of the object: the bus name with slashes (Desktop Entry Specification, "D-Bus
+/// Activation").
+std::string objectPath() {
+    std::string path = std::string("/") + busName;
+    std::ranges::replace(path, '.', '/');
+    return path;
+}
+
 /// Returns a timeout for GIO, at least 1 ms (-1 would mean its default).
 int millisecondsUntil(Clock::time_point deadline) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     return std::max(1, static_cast<int>(left.count()));
 }
 
+/// Where an activation token is in the environment of a process and in the platform data of a call.
+struct TokenKind {
+    const char* variable;
+    const char* key;
+};
+/// In order of preference.
+constexpr std::array tokenKinds{TokenKind{"XDG_ACTIVATION_TOKEN", "activation-token"},
+                                TokenKind{"DESKTOP_STARTUP_ID", "desktop-startup-id"}};
+
 /// Returns the platform data for the call of another instance: this process's tokens (a{sv}, floating).
 GVariant* ownPlatformData() {
     GVariantBuilder data;
     g_variant_builder_init(&data, G_VARIANT_TYPE_VARDICT);
-    for (const auto& [variable, key] : activationTokenNames) {
+    for (const auto& [variable, key] : tokenKinds) {
         const char* token = std::getenv(variable);
         if (token && *token && g_utf8_validate(token, -1, nullptr))
             g_variant_builder_add(&data, "{sv}", key, g_variant_new_string(token));
@@ -61,7 +78,7 @@ constexpr std::size_t maximumTokenLength = 4096;
 
 /// Returns the first token, empty if there is none or it is too long.
 std::string tokenIn(GVariant* platformData) {
-    for (const auto& [variable, key] : activationTokenNames)
+    for (const auto& [variable, key] : tokenKinds)
         if (const char* token = nullptr; g_variant_lookup(platformData, key, "&s", &token))
             return std::string_view(token).size() <= maximumTokenLength ? token : std::string();
     return {};
@@ -110,8 +127,8 @@ BusInstance::BusInstance(GObjectHandle<GDBusConnection> bus) : m_bus(std::move(b
     GDBusNodeInfo* node = g_dbus_node_info_new_for_xml(interfaceDescription, nullptr);
     const GDBusInterfaceVTable methods{
         .method_call = handleCall, .get_property = nullptr, .set_property = nullptr, .padding = {}};
-    m_registration = g_dbus_connection_register_object(m_bus.get(), objectPathOf(busName).c_str(),
-                                                       node->interfaces[0], &methods, this, nullptr, nullptr);
+    m_registration = g_dbus_connection_register_object(m_bus.get(), objectPath().c_str(), node->interfaces[0],
+                                                       &methods, this, nullptr, nullptr);
     g_dbus_node_info_unref(node);
 }
 
@@ -151,7 +168,7 @@ enum class OwnerAnswer { accepted, refused, exited };
 OwnerAnswer activateOwner(GDBusConnection* bus, Clock::time_point deadline) {
     GError* error = nullptr;
     const GVariantHandle reply(g_dbus_connection_call_sync(
-        bus, busName, objectPathOf(busName).c_str(), interfaceName, "Activate",
+        bus, busName, objectPath().c_str(), interfaceName, "Activate",
         g_variant_new("(@a{sv})", ownPlatformData()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START,
         millisecondsUntil(deadline), nullptr, &error));
     if (reply)
