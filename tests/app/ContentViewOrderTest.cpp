@@ -185,7 +185,7 @@ TEST_F(ContentViewOrderTest, programThatStaysOpenCountsAsOpenedAndItsLaterFailur
     EXPECT_EQ(status(), "Script execution failed: lost the display");
 }
 
-TEST_F(ContentViewOrderTest, typedPathFollowsTheNewestText) {
+TEST_F(ContentViewOrderTest, typedPathFollowsTheNewestTextWithFewQuestions) {
     startAndLoad();
     content.setSearchText("/");
     content.setSearchText("/no-such-path");
@@ -199,10 +199,7 @@ TEST_F(ContentViewOrderTest, typedPathFollowsTheNewestText) {
     content.setSearchText("");
     EXPECT_FALSE(state().hasTypedPath);
     EXPECT_TRUE(executor.held.empty());
-}
 
-TEST_F(ContentViewOrderTest, unansweredQuestionsAboutTypedPathsAreFew) {
-    startAndLoad();
     content.setSearchText("/dead");
     content.setStatus("a change of the state");
     EXPECT_EQ(executor.held.size(), 1U) << "one for each text";

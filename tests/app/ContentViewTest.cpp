@@ -95,7 +95,8 @@ TEST_F(ContentViewTest, failedReloadClearsTheItems) {
     EXPECT_THAT(log(), HasSubstr("unterminated quote")) << "a reload does not empty the log";
 }
 
-TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
+TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereReadAndTheLog) {
+    configuration.write("log/kavendra.log", "previous run\n");
     configuration.write("kavendra-settings.json", settings(R"(, "showDebugSummary": true)"));
     configuration.write("kavendra-state.json", "[");
     start();
@@ -105,16 +106,11 @@ TEST_F(ContentViewTest, failedReloadKeepsTheSettingsThatWereRead) {
     content.reloadData();
     EXPECT_EQ(dialogText(), "Settings file is invalid: " + configuration.path("kavendra-settings.json"));
     EXPECT_TRUE(state().appSettings.showDebugSummary) << "the previous settings";
-}
-
-TEST_F(ContentViewTest, logIsEmptiedByTheFirstLoadWithValidSettingsAndState) {
-    configuration.write("log/kavendra.log", "previous run\n");
-    configuration.write("kavendra-state.json", "[");
-    start(); // fails before the log is emptied
     EXPECT_THAT(log(), testing::StartsWith("previous run\n["));
+    configuration.write("kavendra-settings.json", settings(""));
     configuration.write("kavendra-state.json", "{}");
     content.reloadData();
-    EXPECT_THAT(log(), testing::Not(HasSubstr("previous run")));
+    EXPECT_THAT(log(), testing::Not(HasSubstr("previous run"))) << "emptied by the first valid load";
 }
 
 TEST_F(ContentViewTest, failedLogWriteIsAddedToTheStatus) {

@@ -9,7 +9,6 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include <cstring>
 #include <functional>
 
 namespace kavendra {
@@ -244,13 +243,11 @@ TEST(ItemsLoad, namesTheLargestFileWhenMemoryForTheIndexIsShort) {
     ItemList items;
     for (const auto& [source, size] :
          {std::pair("a.csv", std::size_t{1}), {"large.csv", 100 * mebibyte}, {"z.csv", std::size_t{2}}}) {
-        ItemBlock block{.text = ByteBuffer(size),
-                        .rows = {{TextSpan{.offset = 0, .length = static_cast<std::uint32_t>(size)}}},
-                        .source = source,
-                        .fileSize = size};
-        block.text.setSize(size);
-        std::memset(block.text.data(), 'a', size);
-        items.append(std::move(block));
+        const TextSpan whole{.offset = 0, .length = static_cast<std::uint32_t>(size)};
+        items.append({.text = ByteBuffer(std::string(size, 'a')),
+                      .rows = {{whole}},
+                      .source = source,
+                      .fileSize = size});
     }
     EXPECT_TRUE(makeSearchParts(items));
     const ScopedMemoryLimit limit(50 * mebibyte);

@@ -49,8 +49,6 @@ protected:
         return menus.typedPathMenu();
     }
 
-    void installExcel() const { std::filesystem::create_directories(excel); }
-
     /// Chooses an entry and returns its report, a failure after "! ", and the calls that it made. The text is
     /// in parentheses if the entry is disabled.
     std::string outcome(const Menu& menu, const std::string& title) {
@@ -75,10 +73,8 @@ protected:
 
 TEST_F(MenuActionsTest, copyTextsOfAnItem) {
     const std::string copied = "Copied Command to Execute; copyText ";
-    struct Case {
-        std::string command, params, outcome;
-    };
-    for (const Case& c : {
+    using Case = std::array<std::string, 3>;
+    for (const auto& [command, params, expected] : {
              Case{" ls ", "\t-l a  b\n", copied + "ls -l a  b"},
              Case{" /a b\"c ", "", copied + "\"/a b\"c\""},
              Case{"/a\u3000b", "c", copied + "\"/a\u3000b\" c"},
@@ -86,7 +82,7 @@ TEST_F(MenuActionsTest, copyTextsOfAnItem) {
              Case{"ls", " ", copied + "ls"},
              Case{" ", "\n", "(Nothing to copy)"},
          })
-        EXPECT_EQ(outcome(itemMenu(item(c.command, c.params)), "Copy Command to Execute"), c.outcome);
+        EXPECT_EQ(outcome(itemMenu(item(command, params)), "Copy Command to Execute"), expected);
 
     const LaunchItem row = item(" a\tb ", "line\nbreak");
     for (const auto& [column, text] : std::map<ItemColumn, std::string>{{ItemColumn::title, "Title"},
@@ -104,12 +100,8 @@ TEST_F(MenuActionsTest, copyTextsOfAnItem) {
 TEST_F(MenuActionsTest, openTheParentDirectoryOfWhatTheItemNames) {
     const std::string none = "(No parent directory available)";
     const std::string opened = "Opened parent directory; showDirectory ";
-    struct Case {
-        std::string command, params;
-        std::optional<ItemColumn> column;
-        std::string outcome;
-    };
-    for (const Case& c : {
+    using Case = std::tuple<std::string, std::string, std::optional<ItemColumn>, std::string>;
+    for (const auto& [command, params, column, expected] : {
              Case{" ~/notes.txt ", "", std::nullopt, opened + home},
              Case{notes, inner, ItemColumn::command, opened + home},
              Case{notes, inner, ItemColumn::params, opened + folder},
@@ -122,8 +114,8 @@ TEST_F(MenuActionsTest, openTheParentDirectoryOfWhatTheItemNames) {
              Case{"\"" + notes + "\"", "", ItemColumn::command, none},
              Case{"", "", ItemColumn::params, none},
          })
-        EXPECT_EQ(outcome(itemMenu(item(c.command, c.params), c.column), "Open Parent Directory"), c.outcome)
-            << c.command << " | " << c.params;
+        EXPECT_EQ(outcome(itemMenu(item(command, params), column), "Open Parent Directory"), expected)
+            << command << " | " << params;
     desktop.accepts = false;
     EXPECT_EQ(outcome(itemMenu(item(inner)), "Open Parent Directory"),
               "! Failed to open in Finder: " + folder + "; showDirectory " + folder);
@@ -142,25 +134,34 @@ TEST_F(MenuActionsTest, openTheDataFileOfAnItem) {
     EXPECT_EQ(opened("items.csv"), "Failed to open source file" + request);
 }
 
-TEST_F(MenuActionsTest, openWorkbooksInExcelWhereItIsInstalled) {
+TEST_F(MenuActionsTest, openWorkbooksInExcelWhereItIsInstalledAndLookForTheTargetAgain) {
     const std::string run = "; run /usr/bin/open|-n|-a|" + excel + "|" + home + "/Book.XLSX";
     EXPECT_EQ(outcome(itemMenu(item("~/Book.XLSX")), "New Session"), "(Microsoft Excel not found)");
     EXPECT_EQ(outcome(typedPathMenu("~/Book.XLSX"), "Read-Only"), "(Microsoft Excel not found)");
-    installExcel();
+    std::filesystem::create_directories(excel);
     EXPECT_EQ(outcome(itemMenu(item("~/Book.XLSX")), "New Session"),
               "Opened Command file in Excel (new session)" + run);
     EXPECT_EQ(outcome(typedPathMenu("~/Book.XLSX"), "New Session"),
               "Opened search path in Excel (new session)" + run);
+
+    const Menu typed = typedPathMenu("~/Book.XLSX");
+    const Menu row = itemMenu(item("~/Book.XLSX"));
+    content.setSearchText("~/folder");
+    std::filesystem::remove(home + "/Book.XLSX");
+    EXPECT_EQ(outcome(typed, "Open Directory with Finder"), "No directory to open");
+    EXPECT_EQ(outcome(typed, "Copy Filename"), "No filename to copy");
+    EXPECT_EQ(outcome(typed, "Open Directory with Tool 100%"), "No directory to open");
+    EXPECT_EQ(outcome(typed, "Read-Only"), "No Excel file to open");
+    EXPECT_EQ(outcome(row, "Read-Only"), "No Excel file available in Command");
+    EXPECT_EQ(outcome(row, "Open Parent Directory"), "No parent directory available");
 }
 
 TEST_F(MenuActionsTest, actOnTheTypedPathOrItsDirectory) {
     const std::string runTool = "; run " + tool + "|";
     const std::string associated = "Open File with Associated App", finder = "Open Directory with Finder",
                       terminal = "Open Directory with Terminal";
-    struct Case {
-        std::string text, title, outcome;
-    };
-    for (const Case& c : {
+    using Case = std::array<std::string, 3>;
+    for (const auto& [text, title, expected] : {
              Case{"\"~/notes.txt\"", associated, "Opened path; openFile " + notes},
              Case{"~/folder", associated, "(Opened path; openFile " + folder + ")"},
              Case{"~/missing", associated, "(No path to open)"},
@@ -182,7 +183,7 @@ TEST_F(MenuActionsTest, actOnTheTypedPathOrItsDirectory) {
              Case{"~/folder/", "Copy Filename", "Copied filename; copyText folder"},
              Case{"~/missing", "Copy Filename", "(No filename to copy)"},
          })
-        EXPECT_EQ(outcome(typedPathMenu(c.text), c.title), c.outcome) << c.text << " | " << c.title;
+        EXPECT_EQ(outcome(typedPathMenu(text), title), expected) << text << " | " << title;
 
     desktop.accepts = false;
     desktop.terminalResult = std::unexpected(Error{folder + ": Permission denied"});
@@ -196,20 +197,6 @@ TEST_F(MenuActionsTest, actOnTheTypedPathOrItsDirectory) {
     desktop.terminalResult = processes.runResult;
     EXPECT_EQ(outcome(typedPathMenu("/"), terminal), failed + "openTerminal /");
     EXPECT_EQ(outcome(typedPathMenu(notes), "Open File with Tool"), failed + "run " + tool + "|" + notes);
-}
-
-TEST_F(MenuActionsTest, lookForTheTargetAgainWhenAnActionIsChosen) {
-    installExcel();
-    const Menu typed = typedPathMenu("~/Book.XLSX");
-    const Menu row = itemMenu(item("~/Book.XLSX"));
-    content.setSearchText("~/folder");
-    std::filesystem::remove(home + "/Book.XLSX");
-    EXPECT_EQ(outcome(typed, "Open Directory with Finder"), "No directory to open");
-    EXPECT_EQ(outcome(typed, "Copy Filename"), "No filename to copy");
-    EXPECT_EQ(outcome(typed, "Open Directory with Tool 100%"), "No directory to open");
-    EXPECT_EQ(outcome(typed, "Read-Only"), "No Excel file to open");
-    EXPECT_EQ(outcome(row, "Read-Only"), "No Excel file available in Command");
-    EXPECT_EQ(outcome(row, "Open Parent Directory"), "No parent directory available");
 }
 
 } // namespace kavendra

@@ -5,8 +5,8 @@
 #include "config/SettingsFile.h"
 #include "config/StateFile.h"
 #include "platform/FileReplacement.h"
-#include "platform/Files.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -29,13 +29,10 @@ LaunchState stateOf(bool isLong) {
 
 /// Saves prepared bytes: encoding would take most of the time, and few kills would hit a save.
 bool saveForever(const std::string& directory) {
-    const std::array paths{settingsFilePath(directory), stateFilePath(directory)};
     std::vector<std::pair<std::string, std::string>> saves;
     for (const bool isLong : {true, false}) {
-        if (!writeSettings(directory, settingsOf(isLong)) || !writeState(directory, stateOf(isLong)))
-            return false;
-        for (const std::string& path : paths)
-            saves.emplace_back(path, readFile(path, maximumJSONFileSize)->view());
+        saves.emplace_back(settingsFilePath(directory), *encoded(settingsOf(isLong)));
+        saves.emplace_back(stateFilePath(directory), *encoded(stateOf(isLong)));
     }
     for (;;)
         for (const auto& [path, content] : saves)
@@ -46,15 +43,13 @@ bool saveForever(const std::string& directory) {
 bool isWhole(const std::string& directory) {
     const auto settings = loadSettings(directory);
     const auto state = loadState(directory);
-    const auto is = [&](bool isLong) {
-        return std::pair{settings->dataDirectoryPath == settingsOf(isLong).dataDirectoryPath,
-                         state->columnWidths == stateOf(isLong).columnWidths};
+    constexpr std::array lengths{false, true};
+    const auto hasSettings = [&](bool isLong) {
+        return settings->dataDirectoryPath == settingsOf(isLong).dataDirectoryPath;
     };
-    if (!settings || !state)
-        return false;
-    const auto [shortSettings, shortState] = is(false);
-    const auto [longSettings, longState] = is(true);
-    return (shortSettings || longSettings) && (shortState || longState);
+    const auto hasState = [&](bool isLong) { return *state == stateOf(isLong); };
+    return settings && state && std::ranges::any_of(lengths, hasSettings) &&
+           std::ranges::any_of(lengths, hasState);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <array>
 #include <map>
 #include <random>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -25,22 +26,18 @@ using Indexes = std::vector<std::uint32_t>;
 ItemList listOf(const std::vector<Fields>& items) {
     ItemList list;
     const std::size_t half = items.size() / 2;
-    for (const auto& [begin, end] : {std::pair(std::size_t{0}, half), std::pair(half, items.size())}) {
+    for (const auto& part : {std::span(items).first(half), std::span(items).subspan(half)}) {
         ItemBlock block{.text = {}, .rows = {}, .source = "hidden.csv"};
         std::map<std::string_view, TextSpan> spans;
-        for (std::size_t i = begin; i < end; ++i) {
-            ItemRow row;
-            for (std::size_t column = 0; column < row.size(); ++column) {
-                const std::string_view text = items[i][column];
-                const TextSpan span{.offset = static_cast<std::uint32_t>(block.text.size()),
-                                    .length = static_cast<std::uint32_t>(text.size())};
-                const auto [known, isNew] = spans.try_emplace(text, span);
+        for (const Fields& fields : part)
+            std::ranges::transform(fields, block.rows.emplace_back().begin(), [&](std::string_view text) {
+                const TextSpan end{.offset = static_cast<std::uint32_t>(block.text.size()),
+                                   .length = static_cast<std::uint32_t>(text.size())};
+                const auto [known, isNew] = spans.try_emplace(text, end);
                 if (isNew)
                     block.text.append(text);
-                row[column] = known->second;
-            }
-            block.rows.push_back(row);
-        }
+                return known->second;
+            });
         list.append(std::move(block));
     }
     return list;

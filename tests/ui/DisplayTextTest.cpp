@@ -25,10 +25,7 @@ TEST(DisplayText, originalOfVisibleMapsARangeBack) {
     const QString original = "a\u202E\tb\nc";
     const QString visible = withVisibleMarks(original, LineFeeds::keep);
     ASSERT_EQ(visible, "a[U+202E][TAB]b\nc");
-    struct Case {
-        qsizetype begin, end;
-        QString part;
-    };
+    using Case = std::tuple<qsizetype, qsizetype, QString>;
     for (const auto& [begin, end, part] :
          {Case{0, visible.size(), original}, Case{0, 1, "a"}, Case{1, 9, "\u202E"}, Case{3, 4, "\u202E"},
           Case{8, 10, "\u202E\t"}, Case{14, 17, "b\nc"}})

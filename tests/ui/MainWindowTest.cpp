@@ -53,11 +53,7 @@ TEST_F(MainWindowTest, searchFieldKeepsTheFocusDuringClicks) {
 
 TEST_F(MainWindowTest, windowKeysWorkInFieldAndTable) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
-    struct Case {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        const char* outcome;
-    };
+    using Case = std::tuple<Qt::Key, Qt::KeyboardModifiers, const char*>;
     for (QWidget* focused : {static_cast<QWidget*>(&field), static_cast<QWidget*>(&table)})
         for (const auto& [key, modifiers, outcome] :
              {Case{Qt::Key_F5, Qt::NoModifier, "reloaded"}, Case{Qt::Key_R, Qt::ControlModifier, "reloaded"},

@@ -23,37 +23,28 @@ protected:
 } // namespace
 
 TEST_F(RowPressTest, keysDuringAPressAreDeliveredAfterIt) {
-    struct Case {
-        const char* name;
-        std::vector<Qt::Key> keys;
-        Calls calls;
-        std::string text;
-        std::string selected;
-    };
-    for (const Case& c :
-         {Case{"letters", {Qt::Key_A, Qt::Key_L}, Calls{"showDirectory /"}, "al", "alpha"},
-          Case{"a selection key", {Qt::Key_Up}, Calls{"showDirectory /"}, "", "beta"},
-          Case{"Enter", {Qt::Key_Return, Qt::Key_Enter}, Calls{"showDirectory /"}, "", "gamma"},
+    using Case = std::tuple<const char*, std::vector<Qt::Key>, Calls, const char*, std::string>;
+    const Calls launch{"showDirectory /"};
+    for (const auto& [name, keys, calls, text, selected] :
+         {Case{"letters", {Qt::Key_A, Qt::Key_L}, launch, "al", "alpha"},
+          Case{"a selection key", {Qt::Key_Up}, launch, "", "beta"},
+          Case{"Enter", {Qt::Key_Return, Qt::Key_Enter}, launch, "", "gamma"},
           Case{"Escape", {Qt::Key_Escape, Qt::Key_Escape, Qt::Key_A}, {}, "a", "gamma"},
-          Case{"Escape, then Enter",
-               {Qt::Key_Escape, Qt::Key_Return},
-               Calls{"showDirectory /"},
-               "",
-               "gamma"}}) {
-        SCOPED_TRACE(c.name);
+          Case{"Escape, then Enter", {Qt::Key_Escape, Qt::Key_Return}, launch, "", "gamma"}}) {
+        SCOPED_TRACE(name);
         field.clear();
         desktop.calls.clear();
         press();
-        for (const Qt::Key key : c.keys)
+        for (const Qt::Key key : keys)
             type(key);
         EXPECT_EQ(field.text(), "");
         EXPECT_TRUE(desktop.calls.empty());
         EXPECT_EQ(selectedTitle(), "gamma");
         release();
         QCoreApplication::processEvents();
-        EXPECT_EQ(desktop.calls, c.calls);
-        EXPECT_EQ(field.text().toStdString(), c.text);
-        EXPECT_EQ(selectedTitle(), c.selected);
+        EXPECT_EQ(desktop.calls, calls);
+        EXPECT_EQ(field.text(), text);
+        EXPECT_EQ(selectedTitle(), selected);
     }
 }
 
@@ -83,34 +74,30 @@ TEST_F(RowPressTest, pressWhoseReleaseIsLostEndsWithoutALaunch) {
     QWidget other;
     QDialog dialog(&window);
     dialog.setAttribute(Qt::WA_ShowWithoutActivating);
-    struct Case {
-        const char* name;
-        std::function<void()> lose;
-        std::function<void()> restore;
-        std::string text = "al";
-    };
-    for (const Case& c :
+    using Case = std::tuple<const char*, std::function<void()>, std::function<void()>, std::string>;
+    for (const auto& [name, lose, restore, text] :
          {Case{"a dialog", [this] { content.reportFailure("a failure"); }, [this] { type(Qt::Key_Escape); },
                "l"},
-          Case{"another window", [&] { other.show(), other.activateWindow(); }, [&] { other.hide(); }},
+          Case{"another window", [&] { other.show(), other.activateWindow(); }, [&] { other.hide(); }, "al"},
           Case{"a dialog that is not active", [&] { dialog.open(); }, [&] { dialog.hide(); }, "l"},
           Case{"no event at all", [] {},
                [this] {
                    QMouseEvent hover(QEvent::MouseMove, {5, 5}, {5, 5}, Qt::NoButton, {}, {});
                    QApplication::sendEvent(window.windowHandle(), &hover);
-               }}}) {
-        SCOPED_TRACE(c.name);
+               },
+               "al"}}) {
+        SCOPED_TRACE(name);
         field.clear();
         press();
         type(Qt::Key_A);
-        c.lose();
+        lose();
         QCoreApplication::processEvents();
-        c.restore();
+        restore();
         window.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
         QTest::keyClick(&field, Qt::Key_L);
         QCoreApplication::processEvents();
-        EXPECT_EQ(field.text().toStdString(), c.text);
+        EXPECT_EQ(field.text().toStdString(), text);
         release();
         EXPECT_TRUE(desktop.calls.empty());
     }

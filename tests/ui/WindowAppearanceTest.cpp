@@ -101,9 +101,6 @@ TEST_F(WindowAppearanceTest, derivedColorsHaveEnoughContrast) {
             EXPECT_GE(contrast(secondaryTextColor(palette), background), smallest);
     }
     applyAppearance(Appearance::system);
-}
-
-TEST_F(WindowAppearanceTest, selectedRowIsReadableWithEveryTextColor) {
     for (const QRgb text : {0xffff0000U, 0xff00ff00U, 0xff4040ffU, 0xff7f7f7fU}) {
         QPalette palette;
         palette.setColor(QPalette::HighlightedText, QColor::fromRgb(text));

@@ -44,13 +44,8 @@ TEST(ReadCSVItems, mapsRowsByTheHeaderNames) {
 }
 
 TEST(ReadCSVItems, logsTheHeaderOrTheRowOfAnOpenQuote) {
-    struct Case {
-        std::string text;
-        Lines log;
-        std::string failure;
-    };
     const std::string missing = "CSV is missing required columns: tools.csv: ";
-    const Case cases[] = {
+    const std::tuple<std::string, Lines, std::string> cases[] = {
         {"", {}, ""},
         {"\"\"", {}, ""},
         {" Title,\"Com\"\"mand\",,Params ,Keywords,Command\nx",
@@ -66,11 +61,10 @@ TEST(ReadCSVItems, logsTheHeaderOrTheRowOfAnOpenQuote) {
         {"Title,\"", {openQuote + "1"}, unterminated},
         {header + "\n\"a\nb\",\"\"\"\"\r\nx,\"y\"\"z\nlast\n", {openQuote + "4"}, unterminated},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
-        const Reading reading = read(c.text);
-        EXPECT_EQ(reading.log, c.log);
-        EXPECT_EQ(reading.failure, c.failure);
+    for (const auto& [text, log, failure] : cases) {
+        const Reading reading = read(text);
+        EXPECT_EQ(reading.log, log) << text;
+        EXPECT_EQ(reading.failure, failure) << text;
     }
 }
 
